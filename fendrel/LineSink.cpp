@@ -1,0 +1,49 @@
+#include "fendrel/LineSink.h"
+
+#include <mutex>
+
+#include <spdlog/sinks/basic_file_sink.h>
+#include <spdlog/sinks/stdout_sinks.h>
+
+namespace
+{
+spdlog::level::level_enum LevelOf(CSTrace::eTraceSeverity eSeverity) noexcept
+{
+    switch (eSeverity)
+    {
+    case CSTrace::eDebug: return spdlog::level::debug;
+    case CSTrace::eInformation: return spdlog::level::info;
+    case CSTrace::eWarning: return spdlog::level::warn;
+    default: return spdlog::level::err;
+    }
+}
+}
+
+LineSink::LineSink(std::unique_ptr<spdlog::sinks::sink> pWriter) : m_pWriter(std::move(pWriter))
+{
+    m_pWriter->set_pattern("%Y-%m-%d %H:%M:%S.%e %6t %-7l %v");
+}
+
+void LineSink::Write(const CSTrace::Record& oRecord)
+{
+    spdlog::memory_buf_t oLine;
+    fmt::format_to(std::back_inserter(oLine), "[{}] {} ({}:{}) {}", oRecord.pszClass, oRecord.pszMethod,
+                   oRecord.pszFile, oRecord.nLine, oRecord.pszText);
+    const spdlog::details::log_msg oMessage("", LevelOf(oRecord.eSeverity),
+                                            spdlog::string_view_t(oLine.data(), oLine.size()));
+    const std::lock_guard oHold(m_oLock);
+    m_pWriter->log(oMessage);
+    m_pWriter->flush();
+}
+
+std::shared_ptr<Sink> MakeStandardErrorSink()
+{
+    return std::make_shared<LineSink>(std::make_unique<spdlog::sinks::stderr_sink_st>());
+}
+
+std::shared_ptr<Sink> MakeFileSink(const char* pszPath)
+{
+    if (!pszPath)
+        return nullptr;
+    return std::make_shared<LineSink>(std::make_unique<spdlog::sinks::basic_file_sink_st>(pszPath));
+}

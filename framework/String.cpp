@@ -1,0 +1,115 @@
+#include "framework/String.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace
+{
+const char* OrEmpty(const char* pszText) noexcept
+{
+    return pszText ? pszText : "";
+}
+
+std::size_t Within(int nCount, std::size_t nMost) noexcept
+{
+    return nCount <= 0 ? 0 : std::min(static_cast<std::size_t>(nCount), nMost);
+}
+
+int AsIndex(std::size_t nPosition) noexcept
+{
+    return nPosition == std::string::npos ? -1 : static_cast<int>(nPosition);
+}
+
+char Lower(char ch) noexcept
+{
+    return ch >= 'A' && ch <= 'Z' ? static_cast<char>(ch - 'A' + 'a') : ch;
+}
+}
+
+CString::CString(const char* pszText) : m_strText(OrEmpty(pszText)) {}
+
+CString::CString(const char* pchText, int nLength) : m_strText(pchText, Within(nLength, std::string::npos)) {}
+
+CString::CString(const std::string& strText) : m_strText(strText) {}
+
+CString& CString::operator=(const char* pszText)
+{
+    m_strText = OrEmpty(pszText);
+    return *this;
+}
+
+CString& CString::operator+=(const CString& strMore)
+{
+    m_strText += strMore.m_strText;
+    return *this;
+}
+
+CString& CString::operator+=(char chMore)
+{
+    m_strText += chMore;
+    return *this;
+}
+
+int CString::Compare(const char* pszOther) const noexcept
+{
+    return std::strcmp(m_strText.c_str(), OrEmpty(pszOther));
+}
+
+int CString::CompareNoCase(const char* pszOther) const noexcept
+{
+    const char* pszThis = m_strText.c_str();
+    const char* pszThat = OrEmpty(pszOther);
+    while (*pszThis && Lower(*pszThis) == Lower(*pszThat))
+        ++pszThis, ++pszThat;
+    return static_cast<unsigned char>(Lower(*pszThis)) - static_cast<unsigned char>(Lower(*pszThat));
+}
+
+int CString::Find(char chWanted, int nStart) const noexcept
+{
+    return AsIndex(m_strText.find(chWanted, Within(nStart, m_strText.size())));
+}
+
+int CString::Find(const char* pszWanted, int nStart) const noexcept
+{
+    return AsIndex(m_strText.find(OrEmpty(pszWanted), Within(nStart, m_strText.size())));
+}
+
+int CString::ReverseFind(char chWanted) const noexcept
+{
+    return AsIndex(m_strText.rfind(chWanted));
+}
+
+CString CString::Left(int nCount) const
+{
+    return m_strText.substr(0, Within(nCount, m_strText.size()));
+}
+
+CString CString::Right(int nCount) const
+{
+    return m_strText.substr(m_strText.size() - Within(nCount, m_strText.size()));
+}
+
+CString CString::Mid(int nFirst) const
+{
+    return m_strText.substr(Within(nFirst, m_strText.size()));
+}
+
+CString CString::Mid(int nFirst, int nCount) const
+{
+    return m_strText.substr(Within(nFirst, m_strText.size()), Within(nCount, m_strText.size()));
+}
+
+CString operator+(const CString& strLeft, const CString& strRight)
+{
+    return CString(strLeft) += strRight;
+}
+
+CString operator+(const CString& strLeft, const char* pszRight)
+{
+    return CString(strLeft) += pszRight;
+}
+
+CString operator+(const char* pszLeft, const CString& strRight)
+{
+    return CString(pszLeft) += strRight;
+}

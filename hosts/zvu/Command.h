@@ -1,0 +1,22 @@
+// The commands of the command-line host.
+//
+// Results go to standard output, one per line; failures and progress to standard error. Exit status:
+// 0 success, 1 the operation failed, 2 wrong usage.
+#pragma once
+
+#include <functional>
+
+#include <CLI/CLI.hpp>
+
+enum eExitStatus
+{
+    eSucceeded = 0,
+    eFailed = 1,
+    eWrongUsage = 2
+};
+
+// What to do once the whole command line has been read without an error; gives the exit status.
+using Action = std::function<int()>;
+
+// Each adds its command, which sets the action when it is chosen.
+void AddResolve(CLI::App& oApp, Action& action);

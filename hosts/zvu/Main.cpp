@@ -1,0 +1,37 @@
+#include "Command.h"
+
+#include <exception>
+#include <iostream>
+
+namespace
+{
+int Run(int nArguments, char** ppArguments)
+{
+    CLI::App oApp{"Calls the ZevrinUtils library from the command line.", "zvu"};
+    oApp.require_subcommand(1);
+    Action action;
+    AddResolve(oApp, action);
+    try
+    {
+        oApp.parse(nArguments, ppArguments);
+    }
+    catch (const CLI::ParseError& oError)
+    {
+        return oApp.exit(oError) == 0 ? eSucceeded : eWrongUsage;   // --help is a success
+    }
+    return action();
+}
+}
+
+int main(int nArguments, char** ppArguments)
+{
+    try
+    {
+        return Run(nArguments, ppArguments);
+    }
+    catch (const std::exception& oError)
+    {
+        std::cerr << "zvu: " << oError.what() << '\n';
+        return eFailed;
+    }
+}

@@ -1,0 +1,156 @@
+// zvu resolve: names of addresses.
+#include "Command.h"
+
+#include "ZevrinUtils/DNSResolver.h"
+#include "platform/Sockets.h"
+
+#include <algorithm>
+#include <chrono>
+#include <iomanip>
+#include <iostream>
+#include <sstream>
+#include <thread>
+
+namespace
+{
+using Clock = std::chrono::steady_clock;
+using Microseconds = std::chrono::duration<double, std::micro>;
+
+constexpr auto nPause = std::chrono::milliseconds(10);   // between two rounds of asking
+
+// One ask of the resolver.
+struct Answer
+{
+    std::string strText;
+    Microseconds nTook{};
+};
+
+struct Question
+{
+    std::string strAddress;   // as the user wrote it
+    Answer oFirst;
+    Answer oLast;
+    bool bKnown = false;
+};
+
+struct Options
+{
+    std::vector<std::string> oAddresses;
+    double nWaitSeconds = 10;
+    bool bTimings = false;
+};
+
+Answer Ask(const std::string& strAddress)
+{
+    const auto nStart = Clock::now();
+    std::string strText = CSDNSResolver::Instance()->GetDNSName(strAddress.c_str());
+    return {std::move(strText), Clock::now() - nStart};
+}
+
+std::string WithoutPort(const std::string& strAddress)
+{
+    return strAddress.substr(0, strAddress.find(':'));
+}
+
+// A failed lookup shows only in that the port is gone, so the question is put with one.
+bool IsKnown(const std::string& strAddress)
+{
+    const std::string strAsked = WithoutPort(strAddress) + ":0";
+    return Ask(strAsked).strText != strAsked;
+}
+
+bool HasName(const Question& oQuestion)
+{
+    return oQuestion.bKnown && oQuestion.oLast.strText != WithoutPort(oQuestion.strAddress);
+}
+
+std::vector<Question> AskForAll(const Options& oOptions)
+{
+    std::vector<Question> oQuestions;
+    for (const auto& strAddress : oOptions.oAddresses)
+        oQuestions.push_back({strAddress, Ask(strAddress), {}, false});
+
+    const auto nEnd = Clock::now() + std::chrono::duration<double>(oOptions.nWaitSeconds);
+    const auto isKnown = [](Question& oQuestion) { return oQuestion.bKnown = IsKnown(oQuestion.strAddress); };
+    const auto isPending = [&](Question& oQuestion) { return !oQuestion.bKnown && !isKnown(oQuestion); };
+    while (std::count_if(oQuestions.begin(), oQuestions.end(), isPending) != 0 && Clock::now() < nEnd)
+        std::this_thread::sleep_for(nPause);
+
+    for (auto& oQuestion : oQuestions)
+        oQuestion.oLast = Ask(oQuestion.strAddress);
+    return oQuestions;
+}
+
+std::string TimeText(Microseconds nTime)
+{
+    std::ostringstream oText;
+    oText << std::fixed << std::setprecision(1) << nTime.count() << " us";
+    return oText.str();
+}
+
+void PrintTimings(const std::vector<Question>& oQuestions)
+{
+    std::size_t nWidth = 12;
+    for (const auto& oQuestion : oQuestions)
+        nWidth = std::max({nWidth, oQuestion.strAddress.size(), oQuestion.oLast.strText.size()});
+
+    const auto printRow = [&](const std::string& strAddress, const std::string& strFirst, const std::string& strTook,
+                              const std::string& strLater, const std::string& strTookLater) {
+        const auto column = std::setw(static_cast<int>(nWidth) + 2);
+        std::cout << std::left << column << strAddress << column << strFirst << std::right << std::setw(10) << strTook
+                  << "  " << std::left << column << strLater << std::right << std::setw(10) << strTookLater << '\n';
+    };
+    printRow("address", "first answer", "in", "later answer", "in");
+    for (const auto& [strAddress, oFirst, oLast, bKnown] : oQuestions)
+        printRow(strAddress, oFirst.strText, TimeText(oFirst.nTook), oLast.strText, TimeText(oLast.nTook));
+}
+
+int Resolve(const Options& oOptions)
+{
+    // The resolver leaves the start of the socket layer to its host. It is needed until the process ends.
+    WSADATA oData{};
+    if (Sockets().WSAStartup(0x0101, &oData) != 0)
+    {
+        std::cerr << "zvu: the socket layer does not start\n";
+        return eFailed;
+    }
+
+    const auto oQuestions = AskForAll(oOptions);
+    if (oOptions.bTimings)
+        PrintTimings(oQuestions);
+    else
+        for (const auto& oQuestion : oQuestions)
+            std::cout << oQuestion.strAddress << '\t' << oQuestion.oLast.strText << '\n';
+    std::cout.flush();
+
+    int nStatus = eSucceeded;
+    for (const auto& oQuestion : oQuestions)
+    {
+        if (HasName(oQuestion))
+            continue;
+        std::cerr << "zvu: " << oQuestion.strAddress
+                  << (oQuestion.bKnown ? ": no name found\n" : ": no answer in the time given\n");
+        nStatus = eFailed;
+    }
+    return nStatus;
+}
+}
+
+void AddResolve(CLI::App& oApp, Action& action)
+{
+    const auto pOptions = std::make_shared<Options>();
+    auto* const pCommand = oApp.add_subcommand("resolve", "Print the host names of IPv4 addresses");
+    const auto hasAddress = [](const std::string& strText) {
+        return WithoutPort(strText).empty() ? "no address in '" + strText + "'" : std::string();
+    };
+    pCommand->add_option("ADDRESS", pOptions->oAddresses, "Address, with or without a colon and port behind it")
+        ->required()
+        ->check(hasAddress, "");
+    pCommand->add_option("--wait", pOptions->nWaitSeconds, "Seconds to wait for the names")
+        ->capture_default_str()
+        ->check(CLI::NonNegativeNumber);
+    pCommand->add_flag("--timings", pOptions->bTimings,
+                       "Show the first and the last answer side by side, with the time that each call took");
+    pCommand->footer("Example: zvu resolve 127.0.0.1 192.0.2.1:8080 --wait 5");
+    pCommand->callback([pOptions, &action] { action = [pOptions] { return Resolve(*pOptions); }; });
+}

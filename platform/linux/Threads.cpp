@@ -1,0 +1,73 @@
+#include "Failure.h"
+#include "Waitable.h"
+#include "system/Threads.h"
+
+#include <csignal>
+
+#include <pthread.h>
+
+namespace
+{
+// Set once the thread has ended.
+class Thread final : public Waitable
+{
+public:
+    Thread(LPTHREAD_START_ROUTINE pStart, LPVOID pArgument) noexcept
+        : Waitable(false), m_pStart(pStart), m_pArgument(pArgument)
+    {
+    }
+
+    void Run()
+    {
+        m_pStart(m_pArgument);
+        Set();
+    }
+
+private:
+    const LPTHREAD_START_ROUTINE m_pStart;
+    const LPVOID m_pArgument;
+};
+
+// Owns the running thread's share of the object, so that the handle may be closed meanwhile.
+void* RunThread(void* pShare)
+{
+    const std::unique_ptr<std::shared_ptr<Thread>> pThread(static_cast<std::shared_ptr<Thread>*>(pShare));
+    (*pThread)->Run();
+    return nullptr;
+}
+
+// A thread of the library takes no signals: those are for the host's own threads.
+bool StartDetached(std::unique_ptr<std::shared_ptr<Thread>> pShare)
+{
+    sigset_t oAll;
+    sigset_t oBefore;
+    sigfillset(&oAll);
+    pthread_sigmask(SIG_SETMASK, &oAll, &oBefore);
+
+    pthread_attr_t oAttributes;
+    pthread_attr_init(&oAttributes);
+    pthread_attr_setdetachstate(&oAttributes, PTHREAD_CREATE_DETACHED);
+    pthread_t nId{};
+    const bool bStarted = pthread_create(&nId, &oAttributes, RunThread, pShare.get()) == 0;
+    pthread_attr_destroy(&oAttributes);
+
+    pthread_sigmask(SIG_SETMASK, &oBefore, nullptr);
+    if (bStarted)
+        static_cast<void>(pShare.release());   // the thread's now
+    return bStarted;
+}
+}
+
+HANDLE win32::CreateThread(LPSECURITY_ATTRIBUTES pSecurity, std::size_t nStackSize, LPTHREAD_START_ROUTINE pStart,
+                           LPVOID pArgument, DWORD nFlags, DWORD* pnThreadId)
+{
+    if (pSecurity || nStackSize != 0 || nFlags != 0 || pnThreadId)
+        return Fail(ERROR_NOT_SUPPORTED, HANDLE{});
+
+    const auto pThread = std::make_shared<Thread>(pStart, pArgument);
+    const HANDLE hThread = OpenHandle(pThread);
+    if (StartDetached(std::make_unique<std::shared_ptr<Thread>>(pThread)))
+        return hThread;
+    ForgetHandle(hThread);
+    return Fail(ERROR_NOT_ENOUGH_MEMORY, HANDLE{});
+}

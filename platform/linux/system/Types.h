@@ -1,0 +1,41 @@
+// The Windows types that the exported headers and the platform services use, for Linux: the same
+// names, widths and documented values. Only what is in use is here.
+#pragma once
+
+#include <cstdint>
+
+#include <pthread.h>
+
+#define WINAPI
+#ifndef FALSE
+#define FALSE 0
+#define TRUE 1
+#endif
+
+using BOOL = int;
+using BYTE = std::uint8_t;
+using WORD = std::uint16_t;
+using DWORD = std::uint32_t;
+using LONG = std::int32_t;
+using ULONG = std::uint32_t;
+using HRESULT = LONG;
+using LPCSTR = const char*;
+using LPVOID = void*;
+using HANDLE = void*;
+using HMODULE = void*;
+
+// A lock of the platform, plain data as on Windows.
+struct CRITICAL_SECTION
+{
+    pthread_mutex_t Mutex;
+};
+using LPCRITICAL_SECTION = CRITICAL_SECTION*;
+
+inline constexpr DWORD INFINITE = 0xFFFFFFFF;
+inline constexpr DWORD WAIT_OBJECT_0 = 0;
+inline constexpr DWORD WAIT_TIMEOUT = 258;
+inline constexpr DWORD WAIT_FAILED = 0xFFFFFFFF;
+inline constexpr DWORD MAXIMUM_WAIT_OBJECTS = 64;
+
+inline constexpr HRESULT S_OK = 0;
+inline constexpr HRESULT S_FALSE = 1;

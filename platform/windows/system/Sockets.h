@@ -1,0 +1,5 @@
+#pragma once
+
+#include <winsock2.h>
+
+#include "system/Types.h"

@@ -1,0 +1,5 @@
+#pragma once
+
+#include "system/Types.h"
+
+#include <objbase.h>
