@@ -12,10 +12,10 @@ struct Terminator
 
 // In the order in which they are compared.
 constexpr Terminator s_aTerminators[] = {
-    {"END_INFO_MESSAGE", CSTrace::eInformation},
-    {"END_WARNING_MESSAGE", CSTrace::eWarning},
-    {"END_ERROR_MESSAGE", CSTrace::eError},
-    {"END_DEBUG_MESSAGE", CSTrace::eDebug},
+    {END_INFO_MESSAGE, CSTrace::eInformation},
+    {END_WARNING_MESSAGE, CSTrace::eWarning},
+    {END_ERROR_MESSAGE, CSTrace::eError},
+    {END_DEBUG_MESSAGE, CSTrace::eDebug},
 };
 }
 

@@ -2,12 +2,18 @@
 // library's only diagnostic channel; where records go is the trace service's business.
 //
 //     CSMethodTrace oTrace(pszFile, __LINE__, "CSDNSResolver", "CSDNSResolver::Stop");
-//     oTrace.SetLine(__LINE__) << "Resolving DNS for " << strAddress << "END_DEBUG_MESSAGE";
+//     oTrace.SetLine(__LINE__) << "Resolving DNS for " << strAddress << END_DEBUG_MESSAGE;
 #pragma once
 
 #include "Fendrel/Trace.h"
 
 #include <string>
+
+// The terminators: each finishes a message at its severity.
+inline constexpr char END_ERROR_MESSAGE[] = "END_ERROR_MESSAGE";
+inline constexpr char END_WARNING_MESSAGE[] = "END_WARNING_MESSAGE";
+inline constexpr char END_INFO_MESSAGE[] = "END_INFO_MESSAGE";
+inline constexpr char END_DEBUG_MESSAGE[] = "END_DEBUG_MESSAGE";
 
 class CSMethodTrace
 {
@@ -21,9 +27,8 @@ public:
     // The source line of the message that follows.
     CSMethodTrace& SetLine(int nLine);
 
-    // Appends a piece. A terminator, wherever it comes from, finishes the message instead:
-    // "END_ERROR_MESSAGE", "END_WARNING_MESSAGE", "END_INFO_MESSAGE" or "END_DEBUG_MESSAGE".
-    // A null pointer reads "NULL".
+    // Appends a piece; a null pointer reads "NULL". A terminator finishes the message instead, also when
+    // it comes from data: the comparison does not know where a piece is from.
     CSMethodTrace& operator<<(const char* pszText);
     CSMethodTrace& operator<<(const std::string& strText);
 

@@ -26,6 +26,15 @@ char Lower(char ch) noexcept
 }
 }
 
+// Here and not in the header, so that a global string is built at load, in its place among the others.
+CString::CString() noexcept = default;
+CString::~CString() = default;
+
+CString::CString(const CString& strOther) = default;
+CString::CString(CString&& strOther) noexcept = default;
+CString& CString::operator=(const CString& strOther) = default;
+CString& CString::operator=(CString&& strOther) noexcept = default;
+
 CString::CString(const char* pszText) : m_strText(OrEmpty(pszText)) {}
 
 CString::CString(const char* pchText, int nLength) : m_strText(pchText, Within(nLength, std::string::npos)) {}

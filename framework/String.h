@@ -11,12 +11,18 @@
 class ZEVRINUTILS_API CString
 {
 public:
-    CString() noexcept = default;
-    CString(const char* pszText);                 // null counts as empty
-    CString(const char* pchText, int nLength);    // nLength bytes
+    CString() noexcept;
+    CString(const CString& strOther);
+    CString(CString&& strOther) noexcept;
+    CString& operator=(const CString& strOther);
+    CString& operator=(CString&& strOther) noexcept;
+    ~CString();
+
+    CString(const char* pszText);                // null counts as empty
+    CString(const char* pchText, int nLength);   // nLength bytes
     CString(const std::string& strText);
 
-    CString& operator=(const char* pszText);      // null counts as empty
+    CString& operator=(const char* pszText);   // null counts as empty
 
     // The text with a zero byte behind it; valid until the string changes.
     operator const char*() const noexcept { return m_strText.c_str(); }

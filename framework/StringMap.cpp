@@ -2,6 +2,8 @@
 
 CMapStringToString::CMapStringToString(int) noexcept {}
 
+CMapStringToString::~CMapStringToString() = default;
+
 bool CMapStringToString::Lookup(const char* pszKey, CString& strValue) const
 {
     const auto it = m_oEntries.find(pszKey);

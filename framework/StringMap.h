@@ -13,6 +13,9 @@ public:
     // The block size is the number of entries for which storage is taken at a time. Storage is taken
     // entry by entry here, so it has no effect.
     explicit CMapStringToString(int nBlockSize = 10) noexcept;
+    ~CMapStringToString();
+    CMapStringToString(const CMapStringToString&) = delete;
+    CMapStringToString& operator=(const CMapStringToString&) = delete;
 
     int GetCount() const noexcept { return static_cast<int>(m_oEntries.size()); }
     bool IsEmpty() const noexcept { return m_oEntries.empty(); }

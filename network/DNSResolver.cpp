@@ -11,8 +11,7 @@
 #include <new>
 
 // The name of this file in trace records, as log readers know it, whatever the build calls it.
-#define TRACE_METHOD(method) \
-    CSMethodTrace oTrace(".\\DNSResolver", __LINE__, "CSDNSResolver", "CSDNSResolver::" method)
+#define TRACE_METHOD(method) CSMethodTrace oTrace(".\\DNSResolver", __LINE__, "CSDNSResolver", "CSDNSResolver::" method)
 #define TRACE oTrace.SetLine(__LINE__)
 
 namespace
@@ -121,7 +120,7 @@ void CSDNSResolver::QueueForResolution(const std::string& strAddress)
     TRACE_METHOD("QueueForResolution");
     if (IsSet(m_hStopEvent))
     {
-        TRACE << "QueueForResolution returning due to a stop request." << "END_DEBUG_MESSAGE";
+        TRACE << "QueueForResolution returning due to a stop request." << END_DEBUG_MESSAGE;
         return;
     }
 
@@ -132,7 +131,7 @@ void CSDNSResolver::QueueForResolution(const std::string& strAddress)
             m_hThread = StartModuleThread(&CSDNSResolver::ResolutionThreadFunc, this);
             if (!m_hThread)
             {
-                TRACE << "Can't create Resolution Thread" << "END_ERROR_MESSAGE";
+                TRACE << "Can't create Resolution Thread" << END_ERROR_MESSAGE;
                 return;   // not queued: the next ask tries to start the thread again
             }
         }
@@ -145,15 +144,14 @@ void CSDNSResolver::QueueForResolution(const std::string& strAddress)
             return;
         }
     }
-    TRACE << "QueueForResolution: found IP " << strAddress << " in the queue. not adding it again"
-          << "END_DEBUG_MESSAGE";
+    TRACE << "QueueForResolution: found IP " << strAddress << " in the queue. not adding it again" << END_DEBUG_MESSAGE;
 }
 
 DWORD WINAPI CSDNSResolver::ResolutionThreadFunc(void* pResolver)
 {
     TRACE_METHOD("ResolutionThreadFunc");
     if (Threads().CoInitialize(nullptr) != S_OK)   // a success code other than zero counts as refused
-        TRACE << "::CoInitialize(NULL) failed" << "END_ERROR_MESSAGE";
+        TRACE << "::CoInitialize(NULL) failed" << END_ERROR_MESSAGE;
     const DWORD nResult = static_cast<CSDNSResolver*>(pResolver)->ResolutionThreadFunc();
     Threads().CoUninitialize();   // also after a refused start
     return nResult;
@@ -169,12 +167,12 @@ DWORD CSDNSResolver::ResolutionThreadFunc()
         const DWORD nWait = Threads().WaitForMultipleObjects(2, ahEvents, FALSE, INFINITE);
         if (nWait == WAIT_FAILED)
         {
-            TRACE << "Resolution Thread stopping due to wait error." << "END_ERROR_MESSAGE";
+            TRACE << "Resolution Thread stopping due to wait error." << END_ERROR_MESSAGE;
             return 0;
         }
         if (nWait == WAIT_OBJECT_0)
         {
-            TRACE << "Resolution Thread stopping due to stop request." << "END_INFO_MESSAGE";
+            TRACE << "Resolution Thread stopping due to stop request." << END_INFO_MESSAGE;
             return 0;
         }
 
@@ -204,13 +202,13 @@ std::string CSDNSResolver::ResolveDNS(std::string& strAddress)
     if (IsSet(m_hStopEvent))
     {
         // The text names the other method; log readers look for it as it is.
-        TRACE << "QueueForResolution returning due to a stop request." << "END_INFO_MESSAGE";
+        TRACE << "QueueForResolution returning due to a stop request." << END_INFO_MESSAGE;
         return strAddress;
     }
     if (strAddress.empty())
         return {};
 
-    TRACE << "Resolving DNS for " << strAddress << "END_DEBUG_MESSAGE";
+    TRACE << "Resolving DNS for " << strAddress << END_DEBUG_MESSAGE;
 
     const auto nAddress = Sockets().inet_addr(strAddress.c_str());
     const auto* const pHost =
@@ -219,11 +217,11 @@ std::string CSDNSResolver::ResolveDNS(std::string& strAddress)
             : Sockets().gethostbyaddr(reinterpret_cast<const char*>(&nAddress), sizeof nAddress, AF_INET);
     if (!pHost || !pHost->h_name)
     {
-        TRACE << "Can't resolve DNS for " << strAddress << "END_WARNING_MESSAGE";
+        TRACE << "Can't resolve DNS for " << strAddress << END_WARNING_MESSAGE;
         return strAddress;
     }
 
     std::string strName(pHost->h_name);
-    TRACE << "ResolveDNS - IP: " << strAddress << " DNS: " << strName << "END_INFO_MESSAGE";
+    TRACE << "ResolveDNS - IP: " << strAddress << " DNS: " << strName << END_INFO_MESSAGE;
     return strName;
 }

@@ -7,6 +7,12 @@
 
 struct ModuleCalls
 {
+    // Loads a module and what it needs, or counts one more use of it; null if that fails.
+    PLATFORM_CALL(LoadLibraryA);
+    // Undoes one use; the last one unloads the module, unless it was pinned.
+    PLATFORM_CALL(FreeLibrary);
+    // A function that the module exports, by name; null if there is none.
+    PLATFORM_CALL(GetProcAddress);
     // With PIN and FROM_ADDRESS: keeps the module that holds the address loaded until the process
     // ends, however often it is freed. Non-zero on success.
     PLATFORM_CALL(GetModuleHandleExA);

@@ -27,7 +27,7 @@ public:
         eError = 1,
         eWarning = 2,
         eInformation = 3,
-        eDebug = 4      // also every entry to and exit from a traced method
+        eDebug = 4   // also every entry to and exit from a traced method
     };
 
     // A finished record. The texts are borrowed for the duration of the call and are never null.

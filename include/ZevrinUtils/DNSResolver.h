@@ -58,13 +58,13 @@ private:
     DWORD ResolutionThreadFunc();
     std::string ResolveDNS(std::string& strAddress);
 
-    friend struct CSDNSResolverLayout;   // pins the offsets of the fields
+    friend struct CSDNSResolverPeer;   // the tests: the layout, and a resolver that goes before the process
 
     HANDLE m_hQueueEvent;   // set while the queue may hold work
     HANDLE m_hStopEvent;
-    HANDLE m_hThread;       // null until it is needed
-    CSCritSection m_oResultsLock;   // guards m_oResultsMap; entered before m_oQueueLock
-    CSCritSection m_oQueueLock;     // guards m_oResolutionQueue and the start of the thread
+    HANDLE m_hThread;                                   // null until it is needed
+    CSCritSection m_oResultsLock;                       // guards m_oResultsMap; entered before m_oQueueLock
+    CSCritSection m_oQueueLock;                         // guards m_oResolutionQueue and the start of the thread
     std::map<std::string, std::string> m_oResultsMap;   // an address without a name is its own
     std::list<std::string> m_oResolutionQueue;
 };

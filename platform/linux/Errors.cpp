@@ -5,12 +5,12 @@ namespace
 thread_local constinit DWORD t_nLastError = ERROR_SUCCESS;
 }
 
-DWORD win32::GetLastError() noexcept
+DWORD win32::GetLastError()
 {
     return t_nLastError;
 }
 
-void win32::SetLastError(DWORD nError) noexcept
+void win32::SetLastError(DWORD nError)
 {
     t_nLastError = nError;
 }

@@ -1,6 +1,6 @@
+#include "system/Threads.h"
 #include "Failure.h"
 #include "Waitable.h"
-#include "system/Threads.h"
 
 #include <csignal>
 
@@ -58,8 +58,8 @@ bool StartDetached(std::unique_ptr<std::shared_ptr<Thread>> pShare)
 }
 }
 
-HANDLE win32::CreateThread(LPSECURITY_ATTRIBUTES pSecurity, std::size_t nStackSize, LPTHREAD_START_ROUTINE pStart,
-                           LPVOID pArgument, DWORD nFlags, DWORD* pnThreadId)
+HANDLE win32::CreateThread(LPSECURITY_ATTRIBUTES pSecurity, SIZE_T nStackSize, LPTHREAD_START_ROUTINE pStart,
+                           LPVOID pArgument, DWORD nFlags, LPDWORD pnThreadId)
 {
     if (pSecurity || nStackSize != 0 || nFlags != 0 || pnThreadId)
         return Fail(ERROR_NOT_SUPPORTED, HANDLE{});

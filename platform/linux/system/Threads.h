@@ -2,8 +2,6 @@
 
 #include "system/Types.h"
 
-#include <cstddef>
-
 struct SECURITY_ATTRIBUTES;   // never passed: null only
 using LPSECURITY_ATTRIBUTES = SECURITY_ATTRIBUTES*;
 using LPTHREAD_START_ROUTINE = DWORD (*)(LPVOID);
@@ -19,8 +17,8 @@ HANDLE CreateEventA(LPSECURITY_ATTRIBUTES pSecurity, BOOL bManualReset, BOOL bIn
 BOOL SetEvent(HANDLE hEvent);
 BOOL ResetEvent(HANDLE hEvent);
 
-HANDLE CreateThread(LPSECURITY_ATTRIBUTES pSecurity, std::size_t nStackSize, LPTHREAD_START_ROUTINE pStart,
-                    LPVOID pArgument, DWORD nFlags, DWORD* pnThreadId);
+HANDLE CreateThread(LPSECURITY_ATTRIBUTES pSecurity, SIZE_T nStackSize, LPTHREAD_START_ROUTINE pStart, LPVOID pArgument,
+                    DWORD nFlags, LPDWORD pnThreadId);
 BOOL CloseHandle(HANDLE hObject);
 
 DWORD WaitForSingleObject(HANDLE hObject, DWORD nMilliseconds);

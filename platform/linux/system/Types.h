@@ -2,6 +2,7 @@
 // names, widths and documented values. Only what is in use is here.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include <pthread.h>
@@ -21,6 +22,8 @@ using ULONG = std::uint32_t;
 using HRESULT = LONG;
 using LPCSTR = const char*;
 using LPVOID = void*;
+using LPDWORD = DWORD*;
+using SIZE_T = std::size_t;
 using HANDLE = void*;
 using HMODULE = void*;
 

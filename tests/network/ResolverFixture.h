@@ -1,0 +1,105 @@
+// A resolver of the test's own over a name service of the test's own.
+#pragma once
+
+#include "ZevrinUtils/DNSResolver.h"
+#include "platform/Sockets.h"
+#include "platform/Threads.h"
+#include "support/Substitution.h"
+#include "support/TraceCapture.h"
+
+#include <condition_variable>
+#include <memory>
+
+#include <gmock/gmock.h>
+
+struct CSDNSResolverPeer
+{
+    static std::unique_ptr<CSDNSResolver> Make() { return std::unique_ptr<CSDNSResolver>(new CSDNSResolver); }
+};
+
+// Knows every address but 10.9.x.x (no entry) and 10.8.x.x (an entry without a name). The name counts the
+// lookups: "name-1" for the first. Lookups can be held back, as by a silent server.
+class NameService
+{
+public:
+    NameService()
+        : m_oSubstitution([](SocketCalls& oCalls) {
+              oCalls.gethostbyaddr = [](const char* pAddress, int, int) WINAPI { return Answer(pAddress); };
+          })
+    {
+        s_oLookups.clear();
+        s_bHeld = false;
+    }
+
+    void Hold()
+    {
+        Change([] { s_bHeld = true; });
+    }
+    void Release()
+    {
+        Change([] { s_bHeld = false; });
+    }
+
+    // The addresses looked up so far, the one under way included.
+    std::vector<std::string> Lookups() const
+    {
+        const std::lock_guard oHold(s_oLock);
+        return s_oLookups;
+    }
+
+    void WaitForLookups(std::size_t nCount) const
+    {
+        std::unique_lock oHold(s_oLock);
+        ASSERT_TRUE(s_oChanged.wait_for(oHold, std::chrono::seconds(10), [&] { return s_oLookups.size() >= nCount; }));
+    }
+
+private:
+    template <class Body>
+    static void Change(Body body)
+    {
+        const std::lock_guard oHold(s_oLock);
+        body();
+        s_oChanged.notify_all();
+    }
+
+    static hostent* Answer(const char* pAddress)
+    {
+        const auto* const p = reinterpret_cast<const unsigned char*>(pAddress);
+        std::unique_lock oHold(s_oLock);
+        s_oLookups.push_back(std::to_string(p[0]) + '.' + std::to_string(p[1]) + '.' + std::to_string(p[2]) + '.' +
+                             std::to_string(p[3]));
+        static std::string s_strName;
+        s_strName = "name-" + std::to_string(s_oLookups.size());
+        s_oChanged.notify_all();
+        s_oChanged.wait(oHold, [] { return !s_bHeld; });
+
+        static hostent s_oHost;
+        s_oHost.h_name = p[1] == 8 ? nullptr : s_strName.data();
+        return p[1] == 9 ? nullptr : &s_oHost;
+    }
+
+    static inline std::mutex s_oLock;
+    static inline std::condition_variable s_oChanged;
+    static inline std::vector<std::string> s_oLookups;
+    static inline bool s_bHeld = false;
+    const Substitution<SocketCalls> m_oSubstitution;
+};
+
+class ResolverTest : public testing::Test
+{
+protected:
+    std::string Ask(const std::string& strAddress) { return m_pResolver->GetDNSName(strAddress.c_str()); }
+
+    // The answer once there is one; the question itself if none comes.
+    std::string AskUntilKnown(const std::string& strAddress)
+    {
+        const std::string strAsked = strAddress + ":0";
+        for (int n = 0; n < 2000 && Ask(strAsked) == strAsked; ++n)
+            std::this_thread::sleep_for(std::chrono::milliseconds(5));
+        return Ask(strAsked);
+    }
+
+    TraceCapture m_oTrace;
+    NameService m_oNames;
+    std::unique_ptr<CSDNSResolver> m_pResolver = CSDNSResolverPeer::Make();
+};
