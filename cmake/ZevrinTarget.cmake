@@ -39,17 +39,25 @@ function(zevrin_header_library name folder)
   target_include_directories(${name} SYSTEM INTERFACE ${root})
 endfunction()
 
+# The templates of the standard library mark themselves as visible, on Linux. Visible ones would be shared
+# with the host's, and some of them (unique symbols) keep a module from ever being unloaded.
+function(zevrin_hide_templates target)
+  if(NOT WIN32)
+    target_link_options(${target} PRIVATE -Wl,--version-script=${PROJECT_SOURCE_DIR}/cmake/exports.map)
+    set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${PROJECT_SOURCE_DIR}/cmake/exports.map)
+  endif()
+endfunction()
+
 # What a library of ours needs as a module of its own: its name on each target, and nothing exported that
-# the headers do not mark (the templates of the standard library would be, on Linux).
+# the headers do not mark.
 function(zevrin_module target)
   if(WIN32)
     set_target_properties(${target} PROPERTIES PREFIX "")
   else()
     set_target_properties(${target} PROPERTIES
-      VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}
-      LINK_DEPENDS ${PROJECT_SOURCE_DIR}/cmake/exports.map)
-    target_link_options(${target} PRIVATE
-      -Wl,--version-script=${PROJECT_SOURCE_DIR}/cmake/exports.map -Wl,--no-undefined)
+      VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
+    zevrin_hide_templates(${target})
+    target_link_options(${target} PRIVATE -Wl,--no-undefined)
   endif()
 endfunction()
 

@@ -1,0 +1,49 @@
+// Hosts are compiled against these layouts: sizes, offsets and slots of the 32-bit build.
+#include "ZevrinUtils/CritSection.h"
+#include "ZevrinUtils/DNSResolver.h"
+
+#include <cstddef>
+#include <cstring>
+
+#include <gtest/gtest.h>
+
+namespace
+{
+constexpr bool bWindows32 = sizeof(void*) == 4;
+}
+
+static_assert(!bWindows32 || sizeof(CSLockable) == 4);
+static_assert(!bWindows32 || sizeof(CSCritSection) == 28);
+
+struct CSDNSResolverPeer
+{
+    using R = CSDNSResolver;
+    static_assert(!bWindows32 || offsetof(R, m_hQueueEvent) == 0);
+    static_assert(!bWindows32 || offsetof(R, m_hStopEvent) == 4);
+    static_assert(!bWindows32 || offsetof(R, m_hThread) == 8);
+    static_assert(!bWindows32 || offsetof(R, m_oResultsLock) == 12);
+    static_assert(!bWindows32 || offsetof(R, m_oQueueLock) == 40);
+    static_assert(!bWindows32 || offsetof(R, m_oResultsMap) == 68);
+    static_assert(!bWindows32 || offsetof(R, m_oResolutionQueue) == 92);
+    static_assert(!bWindows32 || sizeof(R) == 104);
+};
+
+namespace
+{
+// A pointer to a virtual operation holds the place of its slot, in bytes and plus one.
+template <class Operation>
+std::size_t SlotOf(Operation pOperation)
+{
+    std::size_t nPlace = 0;
+    std::memcpy(&nPlace, &pOperation, sizeof nPlace);
+    return (nPlace - 1) / sizeof(void*);
+}
+}
+
+TEST(Layout, LockAndUnlockAreTheFirstTwoSlots)
+{
+    EXPECT_EQ(SlotOf(&CSLockable::Lock), 0u);
+    EXPECT_EQ(SlotOf(&CSLockable::Unlock), 1u);
+    EXPECT_EQ(SlotOf(&CSCritSection::Lock), 0u);
+    EXPECT_EQ(SlotOf(&CSCritSection::Unlock), 1u);
+}

@@ -1,0 +1,62 @@
+// Loading, using and freeing the library at run time.
+#include "platform/Modules.h"
+#include "platform/Sockets.h"
+#include "support/TraceCapture.h"
+
+#include <gmock/gmock.h>
+
+using testing::ElementsAre;
+
+namespace
+{
+HMODULE Load(const char* pszName)
+{
+    const HMODULE hModule = Modules().LoadLibraryA((std::string(TEST_MODULE_DIR) + pszName).c_str());
+    EXPECT_NE(hModule, nullptr) << pszName;
+    return hModule;
+}
+
+bool Ask(HMODULE hPart, const char* pszAddress, const char* pszWanted)
+{
+    using AskFor = int (*)(const char*, const char*);
+    const auto pAskFor = reinterpret_cast<AskFor>(reinterpret_cast<void*>(Modules().GetProcAddress(hPart, "AskFor")));
+    return pAskFor && pAskFor(pszAddress, pszWanted);
+}
+}
+
+TEST(Load, BuildsTheLoadTimeObjectsInOrderAndDestroysThemInReverse)
+{
+    const TraceCapture oCapture;
+    const HMODULE hProbe = Load("load_order_probe.module");
+    EXPECT_THAT(oCapture.Messages(), ElementsAre("1 + string", "1 + map of 10", "1 + application", "1 + header length"));
+    ASSERT_TRUE(Modules().FreeLibrary(hProbe));
+    EXPECT_THAT(oCapture.Messages(), ElementsAre("1 + string", "1 + map of 10", "1 + application", "1 + header length",
+                                                 "1 - application", "1 - map", "1 - string"));
+}
+
+// Without care this hangs for ever: the unload would wait for a thread that cannot end during an unload.
+TEST(Load, AModuleThatResolvedIsFreedAtOnceAndKeepsItsAnswers)
+{
+    WSADATA oData{};
+    ASSERT_EQ(Sockets().WSAStartup(0x0101, &oData), 0);
+    const HMODULE hPart = Load("host_part.module");
+    for (int n = 0; n < 2000 && !Ask(hPart, "127.0.0.1", "localhost"); ++n)
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    ASSERT_TRUE(Ask(hPart, "127.0.0.1", "localhost"));
+    EXPECT_TRUE(Modules().FreeLibrary(hPart));
+
+    const HMODULE hAgain = Load("host_part.module");
+    EXPECT_TRUE(Ask(hAgain, "127.0.0.1:80", "localhost"));
+    EXPECT_TRUE(Modules().FreeLibrary(hAgain));
+}
+
+TEST(Load, AModuleWithoutAThreadIsReallyUnloaded)
+{
+    const TraceCapture oCapture;
+    const HMODULE hPart = Load("host_part.module");
+    EXPECT_TRUE(Ask(hPart, ":80", ":80"));   // builds the resolver, needs no thread
+    EXPECT_TRUE(Modules().FreeLibrary(hPart));
+    const auto oRecords = oCapture.Records();
+    ASSERT_FALSE(oRecords.empty());
+    EXPECT_EQ(oRecords.back().strMethod, "CSDNSResolver::~CSDNSResolver");
+}
