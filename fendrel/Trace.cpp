@@ -2,6 +2,7 @@
 
 #include "fendrel/Lock.h"
 #include "fendrel/Sink.h"
+#include "platform/Immortal.h"
 
 #include <atomic>
 #include <mutex>
@@ -16,12 +17,12 @@ constinit std::atomic<int> s_nPassing{CSTrace::eNothing};
 class Settings
 {
 public:
-    // Built at the first need and never destroyed: records come until the very end of the process, later
-    // than anything of ours could be destroyed.
+    // Never destroyed: records come until the very end of the process, later than anything of ours could be
+    // destroyed.
     static Settings& Instance()
     {
-        static auto* const pSettings = new Settings;
-        return *pSettings;
+        static Immortal<Settings> s_oSettings;
+        return *s_oSettings;
     }
 
     std::shared_ptr<Sink> GetSink()
@@ -51,8 +52,6 @@ public:
     }
 
 private:
-    Settings() = default;
-
     void UpdatePassing() noexcept
     {
         s_nPassing.store(m_pSink ? m_eThreshold : CSTrace::eNothing, std::memory_order_relaxed);

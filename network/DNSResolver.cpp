@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <cstring>
 #include <new>
 
 // The name of this file in trace records, as log readers know it, whatever the build calls it.
@@ -94,18 +95,16 @@ std::string CSDNSResolver::GetDNSName(const char* pszAddress)
     if (!pszAddress)
         return {};
 
-    std::string strResult(pszAddress);   // keeps the port
-    const std::string strKey = strResult.substr(0, strResult.find(':'));
+    const std::string strKey(pszAddress, std::strcspn(pszAddress, ":"));
     if (strKey.empty())
-        return strResult;
+        return pszAddress;
 
     const CSHold oHold(m_oResultsLock);
     const auto it = m_oResultsMap.find(strKey);
     if (it != m_oResultsMap.end())
-        strResult = it->second;
-    else
-        QueueForResolution(strKey);
-    return strResult;
+        return it->second;
+    QueueForResolution(strKey);
+    return pszAddress;   // with its port
 }
 
 void CSDNSResolver::ResetResultsMap()

@@ -57,11 +57,16 @@ need_test_parts() {
 
 # A Wine that runs 32-bit programs: the machine's own, or one in a root directory of its own.
 need_wine() {
-    if ! "$project_root/tools/wine" --check; then
+    "$project_root/tools/wine" --check && return 0
+    if apt-get indextargets --format '$(ORIGIN)' | grep -q '^Debian$'; then
         need_packages debootstrap
         as_root env ZEVRIN_CACHE="$cache_dir" "$project_root/tools/make-wine-root"
-        "$project_root/tools/wine" --check || die "Wine was installed in $wine_root but does not start a 32-bit program."
+    else
+        as_root dpkg --add-architecture i386
+        need_packages wine wine32:i386
     fi
+    "$project_root/tools/wine" --check ||
+        die "Wine is installed, but it does not start a 32-bit program on this machine."
 }
 
 # Configures and builds a preset. Arguments: preset, then targets (all if none).
@@ -70,6 +75,7 @@ build_preset() {
     shift
     say "building: $preset"
     cd "$project_root"
+    mkdir -p build
     cmake --preset "$preset" >"$project_root/build/$preset.configure.log" 2>&1 ||
         { cat "$project_root/build/$preset.configure.log" >&2; die "CMake could not configure the preset '$preset'."; }
     cmake --build --preset "$preset" ${1:+--target "$@"} >&2 || die "The build of '$preset' failed."

@@ -1,25 +1,26 @@
 #include "Handles.h"
 
 #include "Failure.h"
+#include "platform/Immortal.h"
 #include "system/Threads.h"
 
+#include <map>
 #include <mutex>
-#include <unordered_map>
 
 namespace
 {
 struct HandleTable
 {
     std::mutex oLock;
-    std::unordered_map<HANDLE, std::shared_ptr<KernelObject>> oObjects;
+    std::map<HANDLE, std::shared_ptr<KernelObject>> oObjects;   // holds no memory once it is empty
     std::uintptr_t nNext = 0x100;
 };
 
 // Never destroyed: objects that go at unload still close their handles.
 HandleTable& Table()
 {
-    static auto* const pTable = new HandleTable;
-    return *pTable;
+    static Immortal<HandleTable> s_oTable;
+    return *s_oTable;
 }
 }
 

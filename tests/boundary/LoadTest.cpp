@@ -28,7 +28,8 @@ TEST(Load, BuildsTheLoadTimeObjectsInOrderAndDestroysThemInReverse)
 {
     const TraceCapture oCapture;
     const HMODULE hProbe = Load("load_order_probe.module");
-    EXPECT_THAT(oCapture.Messages(), ElementsAre("1 + string", "1 + map of 10", "1 + application", "1 + header length"));
+    EXPECT_THAT(oCapture.Messages(),
+                ElementsAre("1 + string", "1 + map of 10", "1 + application", "1 + header length"));
     ASSERT_TRUE(Modules().FreeLibrary(hProbe));
     EXPECT_THAT(oCapture.Messages(), ElementsAre("1 + string", "1 + map of 10", "1 + application", "1 + header length",
                                                  "1 - application", "1 - map", "1 - string"));
@@ -40,9 +41,7 @@ TEST(Load, AModuleThatResolvedIsFreedAtOnceAndKeepsItsAnswers)
     WSADATA oData{};
     ASSERT_EQ(Sockets().WSAStartup(0x0101, &oData), 0);
     const HMODULE hPart = Load("host_part.module");
-    for (int n = 0; n < 2000 && !Ask(hPart, "127.0.0.1", "localhost"); ++n)
-        std::this_thread::sleep_for(std::chrono::milliseconds(5));
-    ASSERT_TRUE(Ask(hPart, "127.0.0.1", "localhost"));
+    ASSERT_TRUE(WaitUntil([&] { return Ask(hPart, "127.0.0.1", "localhost"); }));
     EXPECT_TRUE(Modules().FreeLibrary(hPart));
 
     const HMODULE hAgain = Load("host_part.module");

@@ -90,15 +90,26 @@ class ResolverTest : public testing::Test
 protected:
     std::string Ask(const std::string& strAddress) { return m_pResolver->GetDNSName(strAddress.c_str()); }
 
-    // The answer once there is one; the question itself if none comes.
-    std::string AskUntilKnown(const std::string& strAddress)
+    // Waits until all that was asked for before is answered. Asking for it again would not do: what is asked
+    // for during its lookup is looked up once more.
+    void WaitForAnswers()
     {
-        const std::string strAsked = strAddress + ":0";
-        for (int n = 0; n < 2000 && Ask(strAsked) == strAsked; ++n)
-            std::this_thread::sleep_for(std::chrono::milliseconds(5));
-        return Ask(strAsked);
+        const std::string strLast = "last-" + std::to_string(++m_nWaits);   // no address: needs no lookup
+        Ask(strLast);
+        EXPECT_TRUE(m_oTrace.WaitFor("4 Resolving DNS for " + strLast));
     }
 
+    std::string AnswerFor(const std::string& strAddress)
+    {
+        Ask(strAddress);
+        WaitForAnswers();
+        return Ask(strAddress + ":0");
+    }
+
+private:
+    int m_nWaits = 0;
+
+protected:
     TraceCapture m_oTrace;
     NameService m_oNames;
     std::unique_ptr<CSDNSResolver> m_pResolver = CSDNSResolverPeer::Make();

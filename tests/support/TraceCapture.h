@@ -2,13 +2,12 @@
 #pragma once
 
 #include "Fendrel/Trace.h"
+#include "support/WaitUntil.h"
 
 #include <algorithm>
-#include <chrono>
 #include <mutex>
 #include <ostream>
 #include <string>
-#include <thread>
 #include <vector>
 
 struct TraceRecord
@@ -62,9 +61,7 @@ public:
     // Waits until the message has come so often; false when it does not.
     bool WaitFor(const std::string& strMessage, int nTimes = 1) const
     {
-        for (int n = 0; n < 2000 && Count(strMessage) < nTimes; ++n)
-            std::this_thread::sleep_for(std::chrono::milliseconds(5));
-        return Count(strMessage) >= nTimes;
+        return WaitUntil([&] { return Count(strMessage) >= nTimes; });
     }
 
 private:
