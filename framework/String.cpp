@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 namespace
 {
@@ -39,7 +40,7 @@ CString::CString(const char* pszText) : m_strText(OrEmpty(pszText)) {}
 
 CString::CString(const char* pchText, int nLength) : m_strText(pchText, Within(nLength, std::string::npos)) {}
 
-CString::CString(const std::string& strText) : m_strText(strText) {}
+CString::CString(std::string strText) : m_strText(std::move(strText)) {}
 
 CString& CString::operator=(const char* pszText)
 {

@@ -20,7 +20,7 @@ public:
 
     CString(const char* pszText);                // null counts as empty
     CString(const char* pchText, int nLength);   // nLength bytes
-    CString(const std::string& strText);
+    CString(std::string strText);
 
     CString& operator=(const char* pszText);   // null counts as empty
 

@@ -7,7 +7,6 @@
 #include "platform/Threads.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <cstring>
 #include <new>
 
@@ -24,6 +23,12 @@ CSDNSResolver* Built() noexcept
 {
     return std::launder(reinterpret_cast<CSDNSResolver*>(s_aInstance));
 }
+
+// Its destruction, registered with the module's exit list like that of any static, is the resolver's.
+struct Destruction
+{
+    ~Destruction() { Built()->~CSDNSResolver(); }
+};
 
 bool IsSet(HANDLE hEvent)
 {
@@ -47,7 +52,7 @@ CSDNSResolver* CSDNSResolver::Instance()
             s_bBuilt = false;
             throw;
         }
-        std::atexit([] { Built()->~CSDNSResolver(); });
+        static const Destruction s_oDestruction;
     }
     return Built();
 }

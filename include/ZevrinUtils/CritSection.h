@@ -9,8 +9,8 @@ class ZEVRINUTILS_API CSLockable
 {
 public:
     CSLockable() = default;
-    CSLockable(const CSLockable&) {}
-    CSLockable& operator=(const CSLockable&) { return *this; }
+    CSLockable(const CSLockable&) = default;
+    CSLockable& operator=(const CSLockable&) = default;
 
     virtual bool Lock() = 0;
     virtual bool Unlock() = 0;
