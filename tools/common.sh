@@ -42,7 +42,7 @@ need_packages() {
 }
 
 need_linux_build() {
-    need_packages build-essential cmake ninja-build ccache python3 libspdlog-dev libfmt-dev libcli11-dev
+    need_packages build-essential cmake ninja-build ccache python3 libspdlog-dev libfmt-dev libcli11-dev googletest
 }
 
 need_windows_build() {
@@ -52,7 +52,7 @@ need_windows_build() {
 
 # What the tests use beside the compiler.
 need_test_parts() {
-    need_packages googletest binutils dnsmasq-base iproute2 util-linux
+    need_packages dnsmasq-base iproute2 util-linux
 }
 
 # A Wine that runs 32-bit programs: the machine's own, or one in a root directory of its own.
