@@ -34,6 +34,8 @@ void RatioTable::Print() const
               << std::fixed;
     for (const auto& [strCase, oSides] : m_oNanoseconds)
     {
+        if (oSides.size() < 2)
+            continue;   // a filter left the other side out
         const double nLibrary = oSides.at("library");
         const double nPeer = oSides.at("peer");
         const auto itGoal = m_oGoals.find(strCase);

@@ -9,11 +9,12 @@ install(TARGETS ZevrinUtils Fendrel EXPORT ZevrinUtilsTargets
   ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT Development)
 install(TARGETS zvu RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT Runtime)
 
-# The exported headers name what they need of the framework and of the platform's types by the same paths
-# in the source tree and, standing beside them, in an installed copy.
-set(header_dir ${CMAKE_INSTALL_INCLUDEDIR}/ZevrinUtils)
-install(DIRECTORY include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT Development)
-install(FILES ${ZEVRIN_PLATFORM_DIR}/system/Types.h DESTINATION ${header_dir}/system COMPONENT Development)
+foreach(folder ${ZEVRIN_PUBLIC_INCLUDE})
+  install(DIRECTORY ${folder}/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT Development)
+endforeach()
+if(WIN32)
+  install(FILES ${ZEVRIN_RUNTIME_DLLS} DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT Runtime)
+endif()
 
 install(EXPORT ZevrinUtilsTargets NAMESPACE ZevrinUtils:: DESTINATION ${package_dir} COMPONENT Development)
 configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/ZevrinUtilsConfig.cmake.in

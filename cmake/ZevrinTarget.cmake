@@ -7,10 +7,11 @@ set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 
+# Where the exported headers lie: those of both targets, and the types of this one.
 if(WIN32)
-  set(ZEVRIN_PLATFORM_DIR ${PROJECT_SOURCE_DIR}/platform/windows)
+  set(ZEVRIN_PUBLIC_INCLUDE ${PROJECT_SOURCE_DIR}/include ${PROJECT_SOURCE_DIR}/platform/windows/include)
 else()
-  set(ZEVRIN_PLATFORM_DIR ${PROJECT_SOURCE_DIR}/platform/linux)
+  set(ZEVRIN_PUBLIC_INCLUDE ${PROJECT_SOURCE_DIR}/include ${PROJECT_SOURCE_DIR}/platform/linux/include)
 endif()
 
 # Programs and DLLs side by side, so that Windows programs find theirs.
@@ -24,7 +25,7 @@ endif()
 
 add_library(zevrin_warnings INTERFACE)
 target_compile_options(zevrin_warnings INTERFACE
-  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion $<$<BOOL:${ZEVRIN_WARNINGS_AS_ERRORS}>:-Werror>)
 
 # Makes an installed Debian header-only library usable for both targets: only its own folder is linked
 # into the build tree, never the system's include folder, which a cross compiler must not see.
@@ -61,20 +62,22 @@ function(zevrin_module target)
   endif()
 endfunction()
 
-# The headers as a host sees them.
+# The exported headers as a host sees them, in the source tree and installed.
 function(zevrin_public_headers target)
-  target_include_directories(${target} INTERFACE
-    $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>
-    $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
-    $<BUILD_INTERFACE:${ZEVRIN_PLATFORM_DIR}>
-    $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
+  foreach(folder ${ZEVRIN_PUBLIC_INCLUDE})
+    target_include_directories(${target} INTERFACE $<BUILD_INTERFACE:${folder}>)
+  endforeach()
+  target_include_directories(${target} INTERFACE $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
+  target_compile_features(${target} INTERFACE cxx_std_20)
 endfunction()
 
-# The compiler's run-time DLLs stand beside the Windows programs.
+# The compiler's run-time DLLs, which the Windows programs need beside them.
 if(WIN32)
+  set(ZEVRIN_RUNTIME_DLLS)
   foreach(dll libstdc++-6.dll libgcc_s_dw2-1.dll libwinpthread-1.dll)
     execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=${dll}
       OUTPUT_VARIABLE path OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
-    file(COPY ${path} DESTINATION ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
+    list(APPEND ZEVRIN_RUNTIME_DLLS ${path})
   endforeach()
+  file(COPY ${ZEVRIN_RUNTIME_DLLS} DESTINATION ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
 endif()

@@ -17,6 +17,20 @@ spdlog::level::level_enum LevelOf(CSTrace::eTraceSeverity eSeverity) noexcept
     default: return spdlog::level::err;
     }
 }
+
+// Texts hold what hosts were asked, untested: a line feed in it must not begin a line of the log.
+std::string OnOneLine(const char* pszText)
+{
+    std::string strLine;
+    for (const char* p = pszText; *p; ++p)
+    {
+        if (static_cast<unsigned char>(*p) < ' ')
+            fmt::format_to(std::back_inserter(strLine), "\\x{:02x}", static_cast<unsigned>(*p));
+        else
+            strLine += *p;
+    }
+    return strLine;
+}
 }
 
 LineSink::LineSink(std::unique_ptr<spdlog::sinks::sink> pWriter) : m_pWriter(std::move(pWriter))
@@ -28,7 +42,7 @@ void LineSink::Write(const CSTrace::Record& oRecord)
 {
     spdlog::memory_buf_t oLine;
     fmt::format_to(std::back_inserter(oLine), "[{}] {} ({}:{}) {}", oRecord.pszClass, oRecord.pszMethod,
-                   oRecord.pszFile, oRecord.nLine, oRecord.pszText);
+                   oRecord.pszFile, oRecord.nLine, OnOneLine(oRecord.pszText));
     const spdlog::details::log_msg oMessage("", LevelOf(oRecord.eSeverity),
                                             spdlog::string_view_t(oLine.data(), oLine.size()));
     const std::lock_guard oHold(m_oLock);

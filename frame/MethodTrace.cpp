@@ -1,7 +1,5 @@
 #include "frame/MethodTrace.h"
 
-#include <string_view>
-
 namespace
 {
 struct Terminator
@@ -39,20 +37,25 @@ CSMethodTrace& CSMethodTrace::SetLine(int nLine)
 
 CSMethodTrace& CSMethodTrace::operator<<(const char* pszText)
 {
-    return *this << std::string(pszText ? pszText : "NULL");
+    return Append(pszText ? pszText : "NULL");
 }
 
 CSMethodTrace& CSMethodTrace::operator<<(const std::string& strText)
 {
+    return Append(strText);
+}
+
+CSMethodTrace& CSMethodTrace::Append(std::string_view sText)
+{
     for (const auto& oTerminator : s_aTerminators)
     {
-        if (strText == oTerminator.sText)
+        if (sText == oTerminator.sText)
         {
             Flush(oTerminator.eSeverity);
             return *this;
         }
     }
-    m_sText += strText;
+    m_sText += sText;
     return *this;
 }
 

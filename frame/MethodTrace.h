@@ -8,6 +8,7 @@
 #include "Fendrel/Trace.h"
 
 #include <string>
+#include <string_view>
 
 // The terminators: each finishes a message at its severity.
 inline constexpr char END_ERROR_MESSAGE[] = "END_ERROR_MESSAGE";
@@ -36,6 +37,8 @@ public:
     void Flush(CSTrace::eTraceSeverity eSeverity);
 
 private:
+    CSMethodTrace& Append(std::string_view sText);
+
     const char* m_pszFile;
     const char* m_pszClass;
     const char* m_pszMethod;

@@ -1,4 +1,4 @@
-#include "framework/String.h"
+#include "ZevrinUtils/framework/String.h"
 
 #include <algorithm>
 #include <cstring>
@@ -122,4 +122,14 @@ CString operator+(const CString& strLeft, const char* pszRight)
 CString operator+(const char* pszLeft, const CString& strRight)
 {
     return CString(pszLeft) += strRight;
+}
+
+CString operator+(const CString& strLeft, char chRight)
+{
+    return CString(strLeft) += chRight;
+}
+
+CString operator+(char chLeft, const CString& strRight)
+{
+    return CString(&chLeft, 1) += strRight;
 }

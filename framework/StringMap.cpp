@@ -1,4 +1,4 @@
-#include "framework/StringMap.h"
+#include "ZevrinUtils/framework/StringMap.h"
 
 CMapStringToString::CMapStringToString(int) noexcept {}
 

@@ -3,6 +3,7 @@
 #include "frame/Hold.h"
 #include "frame/MethodTrace.h"
 #include "framework/ModuleThread.h"
+#include "platform/Handles.h"
 #include "platform/Sockets.h"
 #include "platform/Threads.h"
 
@@ -73,8 +74,8 @@ CSDNSResolver::~CSDNSResolver()
 {
     TRACE_METHOD("~CSDNSResolver");
     Stop();
-    Threads().CloseHandle(m_hQueueEvent);
-    Threads().CloseHandle(m_hStopEvent);
+    Handles().CloseHandle(m_hQueueEvent);
+    Handles().CloseHandle(m_hStopEvent);
 }
 
 // The queue is left as it is: what waits in it goes unanswered with the list.
@@ -85,7 +86,7 @@ void CSDNSResolver::Stop()
     Threads().WaitForSingleObject(m_hThread, INFINITE);   // fails at once where no thread was needed
     if (m_hThread)
     {
-        Threads().CloseHandle(m_hThread);
+        Handles().CloseHandle(m_hThread);
         m_hThread = nullptr;
     }
     Threads().ResetEvent(m_hStopEvent);
@@ -215,10 +216,14 @@ std::string CSDNSResolver::ResolveDNS(std::string& strAddress)
     TRACE << "Resolving DNS for " << strAddress << END_DEBUG_MESSAGE;
 
     const auto nAddress = Sockets().inet_addr(strAddress.c_str());
+    if (nAddress == INADDR_NONE)
+    {
+        TRACE << "Can't resolve DNS for " << strAddress << END_WARNING_MESSAGE;
+        return strAddress;
+    }
+
     const auto* const pHost =
-        nAddress == INADDR_NONE
-            ? nullptr
-            : Sockets().gethostbyaddr(reinterpret_cast<const char*>(&nAddress), sizeof nAddress, AF_INET);
+        Sockets().gethostbyaddr(reinterpret_cast<const char*>(&nAddress), sizeof nAddress, AF_INET);
     if (!pHost || !pHost->h_name)
     {
         TRACE << "Can't resolve DNS for " << strAddress << END_WARNING_MESSAGE;

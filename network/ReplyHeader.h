@@ -4,5 +4,6 @@
 // A format with one place: the length of the reply in bytes, in decimal.
 extern const char g_szReplyHeader[];
 
-// Length of the format as it stands, placeholder included, in bytes.
+// Length of the format as it stands, placeholder included, in bytes; measured when the module loads.
+extern const int g_nReplyHeaderLength;
 int MeasureReplyHeader() noexcept;

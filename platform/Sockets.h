@@ -7,7 +7,8 @@
 
 struct SocketCalls
 {
-    // Starts the socket layer for this process and reports its version; 0 on success. Counted.
+    // Starts the socket layer and reports its version; 0 on success. On Windows the starts are counted and
+    // the other calls need one; Linux has nothing to start.
     PLATFORM_CALL(WSAStartup);
     // Undoes one WSAStartup.
     PLATFORM_CALL(WSACleanup);

@@ -25,8 +25,6 @@ struct ThreadCalls
 
     // Starts a thread that runs at once; null on failure. The handle is set when the thread has ended.
     PLATFORM_CALL(CreateThread);
-    // Gives up a handle. The object lives on while a thread runs in it or a wait is under way.
-    PLATFORM_CALL(CloseHandle);
 
     // Waits for one handle: WAIT_OBJECT_0, WAIT_TIMEOUT, or WAIT_FAILED at once for a null or closed
     // one. A limit of 0 only asks.

@@ -58,7 +58,7 @@ need_test_parts() {
 # A Wine that runs 32-bit programs: the machine's own, or one in a root directory of its own.
 need_wine() {
     "$project_root/tools/wine" --check && return 0
-    if apt-get indextargets --format '$(ORIGIN)' | grep -q '^Debian$'; then
+    if (. /etc/os-release && [ "$ID" = debian ]); then
         need_packages debootstrap
         as_root env ZEVRIN_CACHE="$cache_dir" "$project_root/tools/make-wine-root"
     else

@@ -1,8 +1,8 @@
 // zvu resolve: names of addresses.
 #include "Command.h"
+#include "SocketLayer.h"
 
 #include "ZevrinUtils/DNSResolver.h"
-#include "platform/Sockets.h"
 
 #include <algorithm>
 #include <chrono>
@@ -16,7 +16,10 @@ namespace
 using Clock = std::chrono::steady_clock;
 using Microseconds = std::chrono::duration<double, std::micro>;
 
-constexpr auto nPause = std::chrono::milliseconds(10);   // between two rounds of asking
+// Between two rounds of asking. What is asked for during its lookup is looked up once more, so the rounds
+// become rarer.
+constexpr auto nFirstPause = std::chrono::milliseconds(5);
+constexpr auto nLongestPause = std::chrono::milliseconds(500);
 
 // One ask of the resolver.
 struct Answer
@@ -64,6 +67,17 @@ bool HasName(const Question& oQuestion)
     return oQuestion.bKnown && oQuestion.oLast.strText != WithoutPort(oQuestion.strAddress);
 }
 
+bool AllKnown(std::vector<Question>& oQuestions)
+{
+    bool bAll = true;
+    for (auto& oQuestion : oQuestions)
+    {
+        oQuestion.bKnown = oQuestion.bKnown || IsKnown(oQuestion.strAddress);
+        bAll = bAll && oQuestion.bKnown;
+    }
+    return bAll;
+}
+
 std::vector<Question> AskForAll(const Options& oOptions)
 {
     std::vector<Question> oQuestions;
@@ -71,9 +85,8 @@ std::vector<Question> AskForAll(const Options& oOptions)
         oQuestions.push_back({strAddress, Ask(strAddress), {}, false});
 
     const auto nEnd = Clock::now() + std::chrono::duration<double>(oOptions.nWaitSeconds);
-    const auto isKnown = [](Question& oQuestion) { return oQuestion.bKnown = IsKnown(oQuestion.strAddress); };
-    const auto isPending = [&](Question& oQuestion) { return !oQuestion.bKnown && !isKnown(oQuestion); };
-    while (std::count_if(oQuestions.begin(), oQuestions.end(), isPending) != 0 && Clock::now() < nEnd)
+    for (auto nPause = nFirstPause; !AllKnown(oQuestions) && Clock::now() < nEnd;
+         nPause = std::min(nPause * 2, nLongestPause))
         std::this_thread::sleep_for(nPause);
 
     for (auto& oQuestion : oQuestions)
@@ -107,9 +120,7 @@ void PrintTimings(const std::vector<Question>& oQuestions)
 
 int Resolve(const Options& oOptions)
 {
-    // The resolver leaves the start of the socket layer to its host. It is needed until the process ends.
-    WSADATA oData{};
-    if (Sockets().WSAStartup(0x0101, &oData) != 0)
+    if (!StartSocketLayer())
     {
         std::cerr << "zvu: the socket layer does not start\n";
         return eFailed;

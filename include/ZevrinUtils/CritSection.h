@@ -1,10 +1,11 @@
-// The library's lock.
+/// @file
+/// The library's lock.
 #pragma once
 
 #include "ZevrinUtils/Export.h"
-#include "system/Types.h"
+#include "ZevrinUtils/Types.h"
 
-// What can be locked. It has no virtual destructor: never delete a lock through this class.
+/// What can be locked. It has no virtual destructor: never delete a lock through this class.
 class ZEVRINUTILS_API CSLockable
 {
 public:
@@ -16,29 +17,29 @@ public:
     virtual bool Unlock() = 0;
 };
 
-// A lock that one thread at a time can hold. Its holder may enter again and must leave as often.
-//
-// Two pairs of operations act on the one lock and may be mixed: enter and leave, and the virtual Lock
-// and Unlock for use through CSLockable. There is no try and no time limit. Any thread may call them;
-// leaving a lock that the thread does not hold is not detected.
-//
-// The object must not be destroyed while a thread holds it or waits for it.
+/// A lock that one thread at a time can hold. Its holder may enter again and must leave as often.
+///
+/// Two pairs of operations act on the one lock and may be mixed: enter and leave, and the virtual Lock
+/// and Unlock for use through CSLockable. There is no try and no time limit. Any thread may call them;
+/// leaving a lock that the thread does not hold is not detected.
+///
+/// The object must not be destroyed while a thread holds it or waits for it.
 class ZEVRINUTILS_API CSCritSection : public CSLockable
 {
 public:
     CSCritSection();
 
-    // A copy is no new lock: the platform's object is copied word for word and nothing is initialised.
-    // The copy of a held lock is held too, by the same thread, and each of the two objects deletes the
-    // same internals when it goes. Exported for classes that are copied with their lock; not for use.
+    /// A copy is no new lock: the platform's object is copied word for word and nothing is initialised.
+    /// The copy of a held lock is held too, by the same thread, and each of the two objects deletes the
+    /// same internals when it goes. Exported for classes that are copied with their lock; not for use.
     CSCritSection(const CSCritSection& oOther);
     CSCritSection& operator=(const CSCritSection& oOther);
 
     void enter();
     void leave();
 
-    bool Lock() override;     // as enter; always true
-    bool Unlock() override;   // as leave; always true
+    bool Lock() override;     ///< as enter; always true
+    bool Unlock() override;   ///< as leave; always true
 
     virtual ~CSCritSection();
 

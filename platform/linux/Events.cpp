@@ -23,7 +23,7 @@ HANDLE win32::CreateEventA(LPSECURITY_ATTRIBUTES pSecurity, BOOL bManualReset, B
 {
     if (pSecurity || !bManualReset || pszName)
         return Fail(ERROR_NOT_SUPPORTED, HANDLE{});
-    return OpenHandle(std::make_shared<Event>(bInitialState != FALSE));
+    return OrOutOfMemory(HANDLE{}, [&] { return OpenHandle(std::make_shared<Event>(bInitialState != FALSE)); });
 }
 
 BOOL win32::SetEvent(HANDLE hEvent)

@@ -8,8 +8,13 @@
 
 namespace
 {
-// The Linux sockets need no start; only the version of the answer matters to callers.
+// Linux has nothing to start; callers look at the version, whose low byte is the major number.
 constexpr WORD nHighestVersion = 0x0202;
+
+constexpr int InOrder(WORD nVersion) noexcept
+{
+    return (nVersion & 0xFF) << 8 | nVersion >> 8;
+}
 
 DWORD LookupError(int nResult) noexcept
 {
@@ -27,7 +32,7 @@ int win32::WSAStartup(WORD nVersion, LPWSADATA pData)
     if (!pData)
         return WSAEFAULT;
     pData->wHighVersion = nHighestVersion;
-    pData->wVersion = nVersion < nHighestVersion ? nVersion : nHighestVersion;
+    pData->wVersion = InOrder(nVersion) < InOrder(nHighestVersion) ? nVersion : nHighestVersion;
     return 0;
 }
 

@@ -36,13 +36,16 @@ void* RunThread(void* pShare)
     return nullptr;
 }
 
-// A thread of the library takes no signals: those are for the host's own threads.
+// A thread of the library takes no signals that are sent to the process: those are for the host's own
+// threads. Those of a fault of its own stay, so that the host's crash handler sees it.
 bool StartDetached(std::unique_ptr<std::shared_ptr<Thread>> pShare)
 {
-    sigset_t oAll;
+    sigset_t oSent;
     sigset_t oBefore;
-    sigfillset(&oAll);
-    pthread_sigmask(SIG_SETMASK, &oAll, &oBefore);
+    sigfillset(&oSent);
+    for (const int nFault : {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGTRAP})
+        sigdelset(&oSent, nFault);
+    pthread_sigmask(SIG_SETMASK, &oSent, &oBefore);
 
     pthread_attr_t oAttributes;
     pthread_attr_init(&oAttributes);
@@ -64,10 +67,13 @@ HANDLE win32::CreateThread(LPSECURITY_ATTRIBUTES pSecurity, SIZE_T nStackSize, L
     if (pSecurity || nStackSize != 0 || nFlags != 0 || pnThreadId)
         return Fail(ERROR_NOT_SUPPORTED, HANDLE{});
 
-    const auto pThread = std::make_shared<Thread>(pStart, pArgument);
-    const HANDLE hThread = OpenHandle(pThread);
-    if (StartDetached(std::make_unique<std::shared_ptr<Thread>>(pThread)))
-        return hThread;
-    ForgetHandle(hThread);
-    return Fail(ERROR_NOT_ENOUGH_MEMORY, HANDLE{});
+    return OrOutOfMemory(HANDLE{}, [&] {
+        const auto pThread = std::make_shared<Thread>(pStart, pArgument);
+        auto pShare = std::make_unique<std::shared_ptr<Thread>>(pThread);
+        const HANDLE hThread = OpenHandle(pThread);
+        if (StartDetached(std::move(pShare)))
+            return hThread;
+        ForgetHandle(hThread);
+        return Fail(ERROR_NOT_ENOUGH_MEMORY, HANDLE{});
+    });
 }

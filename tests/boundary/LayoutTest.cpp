@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstring>
+#include <type_traits>
 
 #include <gtest/gtest.h>
 
@@ -12,6 +13,7 @@ namespace
 constexpr bool bWindows32 = sizeof(void*) == 4;
 }
 
+static_assert(!std::has_virtual_destructor_v<CSLockable> && std::has_virtual_destructor_v<CSCritSection>);
 static_assert(!bWindows32 || sizeof(CSLockable) == 4);
 static_assert(!bWindows32 || sizeof(CSCritSection) == 28);
 

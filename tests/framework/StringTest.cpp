@@ -1,44 +1,22 @@
-#include "framework/String.h"
-#include "framework/StringMap.h"
+#include "ZevrinUtils/framework/String.h"
+#include "ZevrinUtils/framework/StringMap.h"
 
 #include <gtest/gtest.h>
 
-TEST(String, CountsItsBytesAndTakesNullAsEmpty)
+TEST(String, StaysInsideItsTextAndTakesNullAsEmpty)
 {
-    CString strText(static_cast<const char*>(nullptr));
-    EXPECT_TRUE(strText.IsEmpty());
-    strText = "ab";
-    strText += 'c';
-    EXPECT_STREQ(strText + "d" + CString("e"), "abcde");
+    EXPECT_TRUE(CString(static_cast<const char*>(nullptr)).IsEmpty());
     EXPECT_EQ(CString("a\0b", 3).GetLength(), 3);
-    strText.Empty();
-    EXPECT_EQ(strText, "");
-}
-
-TEST(String, PartsAndPlacesStayInsideTheText)
-{
     const CString strText("http://host:80/");
     EXPECT_EQ(strText.Find(':'), 4);
-    EXPECT_EQ(strText.Find(':', 5), 11);
-    EXPECT_EQ(strText.ReverseFind(':'), 11);
-    EXPECT_EQ(strText.Find("//"), 5);
+    EXPECT_EQ(strText.Find(':', 5), strText.ReverseFind(':'));
     for (const int nMissing : {strText.Find("///"), strText.Find('x'), strText.Find(':', 99), strText.ReverseFind('x')})
         EXPECT_EQ(nMissing, -1);
-    EXPECT_EQ(strText.Left(4), "http");
-    EXPECT_EQ(strText.Mid(7, 4), "host");
-    EXPECT_EQ(strText.Right(3), "80/");
-    EXPECT_EQ(strText.Left(99), strText);
-    EXPECT_EQ(strText.Right(-1) + strText.Mid(99) + strText.Left(-1), "");
-}
-
-TEST(String, ComparesWithAndWithoutCase)
-{
-    EXPECT_LT(CString("Z").Compare("a"), 0);
-    EXPECT_GT(CString("Z").CompareNoCase("a"), 0);
+    EXPECT_EQ(strText.Left(4) + '-' + strText.Mid(7, 4) + "-" + strText.Right(3), "http-host-80/");
+    EXPECT_EQ(strText.Left(99) + strText.Right(-1) + strText.Mid(99) + strText.Left(-1), strText);
     EXPECT_EQ(CString("HoSt").CompareNoCase("hOsT"), 0);
     EXPECT_LT(CString("ab").CompareNoCase("ABC"), 0);
-    EXPECT_LT(CString("a"), "b");
-    EXPECT_NE(CString("a"), CString("A"));
+    EXPECT_LT(CString("Z"), "a");
 }
 
 TEST(StringMap, HoldsOneValueForEachExactKey)
@@ -52,9 +30,7 @@ TEST(StringMap, HoldsOneValueForEachExactKey)
     EXPECT_EQ(strValue, "untouched");
     EXPECT_TRUE(oMap.Lookup("host", strValue));
     EXPECT_EQ(strValue, "three");
-    EXPECT_EQ(oMap.GetCount(), 2);
     EXPECT_TRUE(oMap.RemoveKey("host"));
     EXPECT_FALSE(oMap.RemoveKey("host"));
-    oMap.RemoveAll();
-    EXPECT_TRUE(oMap.IsEmpty());
+    EXPECT_EQ(oMap.GetCount(), 1);
 }

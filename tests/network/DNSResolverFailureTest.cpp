@@ -1,90 +1,109 @@
 // What the resolver makes of platform calls that fail.
+#include "platform/Modules.h"
+
 #include "ResolverFixture.h"
 
+using testing::Each;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::SizeIs;
+using testing::StartsWith;
 
 namespace
 {
-int s_nCalls = 0;
+const auto& s_oNative = PlatformService<ThreadCalls>::s_oNative;
+
+using FailingThreads = Substitution<ThreadCalls>;
+
+class ResolverFailureTest : public ResolverTest
+{
+protected:
+    ResolverFailureTest() { m_pResolver.reset(); }   // each makes its own, with the calls replaced
+};
 }
 
-TEST_F(ResolverTest, ThreadThatCannotStartIsTriedAgainAtTheNextAsk)
+TEST_F(ResolverFailureTest, ThreadThatCannotStartIsTriedAgainAtTheNextAsk)
 {
-    m_pResolver.reset();
+    m_pResolver = CSDNSResolverPeer::Make();
     {
-        const Substitution<ThreadCalls> oFake([](ThreadCalls& oCalls) {
+        const FailingThreads oFake([](ThreadCalls& oCalls) {
             oCalls.CreateThread = [](LPSECURITY_ATTRIBUTES, SIZE_T, LPTHREAD_START_ROUTINE, LPVOID, DWORD, LPDWORD)
                                       WINAPI -> HANDLE { return nullptr; };
         });
-        m_pResolver = CSDNSResolverPeer::Make();
-        EXPECT_EQ(Ask("10.1.2.3:80"), "10.1.2.3:80");
         EXPECT_EQ(Ask("10.1.2.3:80"), "10.1.2.3:80");
     }
-    EXPECT_THAT(m_oTrace.Messages(),
-                ElementsAre("1 Can't create Resolution Thread", "1 Can't create Resolution Thread"));
+    {
+        const Substitution<ModuleCalls> oFake([](ModuleCalls& oCalls) {
+            oCalls.GetModuleHandleExA = [](DWORD, LPCSTR, HMODULE*) WINAPI -> BOOL { return FALSE; };
+        });
+        EXPECT_EQ(Ask("10.1.2.3:80"), "10.1.2.3:80");   // a module that cannot be kept gets no thread
+    }
+    EXPECT_THAT(m_oTrace.Messages(), testing::AllOf(SizeIs(2), Each("1 Can't create Resolution Thread")));
     EXPECT_EQ(AnswerFor("10.1.2.3"), "name-1");
 }
 
-TEST_F(ResolverTest, ComThatIsAlreadyStartedOrRefusedIsReportedAndPassedOver)
+TEST_F(ResolverFailureTest, ComThatIsStartedAlreadyOrRefusedIsReportedAndPassedOver)
 {
+    static HRESULT s_nResult;
+    static int s_nStopped = 0;
+    const FailingThreads oFake([](ThreadCalls& oCalls) {
+        oCalls.CoInitialize = [](LPVOID) WINAPI { return s_nResult; };
+        oCalls.CoUninitialize = []() WINAPI { ++s_nStopped; };
+    });
     for (const HRESULT nResult : {S_FALSE, static_cast<HRESULT>(0x80010106)})
     {
-        static HRESULT s_nResult;
         s_nResult = nResult;
-        s_nCalls = 0;
-        const Substitution<ThreadCalls> oFake([](ThreadCalls& oCalls) {
-            oCalls.CoInitialize = [](LPVOID) WINAPI { return s_nResult; };
-            oCalls.CoUninitialize = []() WINAPI { ++s_nCalls; };
-        });
         m_pResolver = CSDNSResolverPeer::Make();
-        EXPECT_THAT(AnswerFor("10.1.2.3"), testing::StartsWith("name-"));
+        EXPECT_THAT(AnswerFor("10.1.2.3"), StartsWith("name-"));
         m_pResolver.reset();
-        EXPECT_EQ(s_nCalls, 1);
     }
+    EXPECT_EQ(s_nStopped, 2);
     EXPECT_EQ(m_oTrace.Count("1 ::CoInitialize(NULL) failed"), 2);
 }
 
-TEST_F(ResolverTest, FailedWaitEndsTheThreadForGood)
+TEST_F(ResolverFailureTest, FailedWaitEndsTheThreadForGoodAndLeavesTheAnswers)
 {
-    const Substitution<ThreadCalls> oFake([](ThreadCalls& oCalls) {
-        oCalls.WaitForMultipleObjects = [](DWORD, const HANDLE*, BOOL, DWORD) WINAPI { return DWORD{WAIT_FAILED}; };
+    static std::atomic<bool> s_bFail = false;
+    const FailingThreads oFake([](ThreadCalls& oCalls) {
+        oCalls.WaitForMultipleObjects = [](DWORD nCount, const HANDLE* ph, BOOL bAll, DWORD nLimit) WINAPI {
+            const DWORD nResult = s_oNative.WaitForMultipleObjects(nCount, ph, bAll, nLimit);
+            return s_bFail ? DWORD{WAIT_FAILED} : nResult;
+        };
     });
     m_pResolver = CSDNSResolverPeer::Make();
-    EXPECT_EQ(Ask("10.1.2.3:80"), "10.1.2.3:80");
+    EXPECT_EQ(AnswerFor("10.1.2.3"), "name-1");
+    s_bFail = true;
+    for (const char* pszAsked : {"10.1.2.4:80", "10.1.2.5:80"})
+        EXPECT_EQ(Ask(pszAsked), pszAsked);
     EXPECT_TRUE(m_oTrace.WaitFor("1 Resolution Thread stopping due to wait error."));
-    EXPECT_EQ(Ask("10.1.2.4:80"), "10.1.2.4:80");   // queued, and never answered
+    EXPECT_EQ(Ask("10.1.2.6:80"), "10.1.2.6:80");   // queued, and never answered
+    EXPECT_EQ(Ask("10.1.2.3"), "name-1");
     m_pResolver.reset();
-    EXPECT_THAT(m_oTrace.Messages(), ElementsAre("1 Resolution Thread stopping due to wait error."));
-    EXPECT_THAT(m_oNames.Lookups(), IsEmpty());
+    EXPECT_THAT(m_oNames.Lookups(), ElementsAre("10.1.2.3"));
 }
 
-TEST_F(ResolverTest, EventsThatCannotBeMadeEndInAFailedWait)
+TEST_F(ResolverFailureTest, EventsThatCannotBeMadeEndInAFailedWait)
 {
-    const Substitution<ThreadCalls> oFake([](ThreadCalls& oCalls) {
+    const FailingThreads oFake([](ThreadCalls& oCalls) {
         oCalls.CreateEventA = [](LPSECURITY_ATTRIBUTES, BOOL, BOOL, LPCSTR) WINAPI -> HANDLE { return nullptr; };
     });
     m_pResolver = CSDNSResolverPeer::Make();
     EXPECT_EQ(Ask("10.1.2.3:80"), "10.1.2.3:80");
     EXPECT_TRUE(m_oTrace.WaitFor("1 Resolution Thread stopping due to wait error."));
-    m_pResolver.reset();   // ends
 }
 
-// The platform sees the stop event set, at every moment or from the time the lookup would begin.
-TEST_F(ResolverTest, AStopRequestIsSeenBeforeQueueingAndBeforeALookup)
+// The platform sees the stop event set: at every moment, or from the time on at which a lookup would begin.
+TEST_F(ResolverFailureTest, AStopRequestIsSeenBeforeQueueingAndBeforeALookup)
 {
-    static bool s_bStopAsked;
-    s_bStopAsked = true;
-    const Substitution<ThreadCalls> oFake([](ThreadCalls& oCalls) {
+    static std::atomic<bool> s_bStopAsked = true;
+    const FailingThreads oFake([](ThreadCalls& oCalls) {
         oCalls.WaitForSingleObject = [](HANDLE hObject, DWORD nLimit) WINAPI {
-            const auto& oNative = PlatformService<ThreadCalls>::s_oNative;
-            return nLimit == 0 && s_bStopAsked ? DWORD{WAIT_OBJECT_0} : oNative.WaitForSingleObject(hObject, nLimit);
+            return nLimit == 0 && s_bStopAsked ? DWORD{WAIT_OBJECT_0} : s_oNative.WaitForSingleObject(hObject, nLimit);
         };
-        // The thread's first work comes through just as the stop is asked for.
         oCalls.WaitForMultipleObjects = [](DWORD nCount, const HANDLE* ph, BOOL bAll, DWORD nLimit) WINAPI {
-            const DWORD n = PlatformService<ThreadCalls>::s_oNative.WaitForMultipleObjects(nCount, ph, bAll, nLimit);
+            const DWORD nResult = s_oNative.WaitForMultipleObjects(nCount, ph, bAll, nLimit);
             s_bStopAsked = true;
-            return n;
+            return nResult;
         };
     });
     m_pResolver = CSDNSResolverPeer::Make();
@@ -97,4 +116,16 @@ TEST_F(ResolverTest, AStopRequestIsSeenBeforeQueueingAndBeforeALookup)
     EXPECT_TRUE(WaitUntil([&] { return Ask("10.1.2.4:80") == "10.1.2.4"; }));   // filed as failed
     EXPECT_THAT(m_oNames.Lookups(), IsEmpty());
     m_pResolver.reset();
+}
+
+TEST_F(ResolverFailureTest, InstanceIsBuiltAnewAfterAConstructorThatThrew)
+{
+    {
+        const FailingThreads oFake([](ThreadCalls& oCalls) {
+            oCalls.CreateEventA = [](LPSECURITY_ATTRIBUTES, BOOL, BOOL, LPCSTR) WINAPI -> HANDLE { throw 1; };
+        });
+        EXPECT_THROW(CSDNSResolver::Instance(), int);
+    }
+    EXPECT_EQ(CSDNSResolver::Instance()->GetDNSName(":80"), ":80");
+    EXPECT_EQ(m_oTrace.Records().back().strMethod, "CSDNSResolver::GetDNSName");
 }

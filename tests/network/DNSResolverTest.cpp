@@ -1,18 +1,10 @@
 #include "ResolverFixture.h"
 
-#include <atomic>
+#include <map>
 
-using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
-using testing::IsSubsetOf;
-using testing::Not;
-
-namespace
-{
-const char szDuplicate[] = "4 QueueForResolution: found IP 10.1.2.4 in the queue. not adding it again";
-const char szStopped[] = "3 Resolution Thread stopping due to stop request.";
-}
+using testing::StartsWith;
 
 TEST_F(ResolverTest, TextWithoutAnAddressComesBackAndStartsNothing)
 {
@@ -23,17 +15,25 @@ TEST_F(ResolverTest, TextWithoutAnAddressComesBackAndStartsNothing)
     EXPECT_THAT(m_oTrace.Messages(), IsEmpty());   // no thread that could have reported its stop
 }
 
-TEST_F(ResolverTest, AnswersItsQuestionUntilTheNameIsKnown)
+TEST_F(ResolverTest, QueuesAnAddressOnceAndLooksUpInOrder)
 {
     m_oNames.Hold();
     EXPECT_EQ(Ask("10.1.2.3:8080"), "10.1.2.3:8080");
-    EXPECT_EQ(Ask("10.1.2.3"), "10.1.2.3");
+    m_oNames.Lookups(1);
+    EXPECT_EQ(Ask("10.1.2.4"), "10.1.2.4");
+    Ask("10.1.2.5");
+    EXPECT_EQ(Ask("10.1.2.4:80"), "10.1.2.4:80");
+    EXPECT_EQ(m_oTrace.Count("4 QueueForResolution: found IP 10.1.2.4 in the queue. not adding it again"), 1);
     m_oNames.Release();
-    EXPECT_THAT(AnswerFor("10.1.2.3"), testing::StartsWith("name-"));
-    EXPECT_EQ(Ask("10.1.2.3:99:7"), Ask("10.1.2.3"));   // cut at the first colon
+    WaitForAnswers();
+    EXPECT_EQ(Ask("10.1.2.3"), "name-1");
+    EXPECT_EQ(Ask("10.1.2.4"), "name-2");
+    EXPECT_EQ(Ask("10.1.2.5:99:7"), "name-3");   // cut at the first colon
+    EXPECT_THAT(m_oNames.Lookups(), ElementsAre("10.1.2.3", "10.1.2.4", "10.1.2.5"));
+    EXPECT_EQ(m_oTrace.Count("3 ResolveDNS - IP: 10.1.2.4 DNS: name-2"), 1);
 }
 
-TEST_F(ResolverTest, KeepsAFailureAsTheAddressWithoutItsPort)
+TEST_F(ResolverTest, KeepsAFailureAsTheAddressWithoutItsPortUntilTheReset)
 {
     for (const char* pszFailing : {"10.9.0.1", "10.8.0.1", "no address", "255.255.255.255"})
     {
@@ -42,33 +42,16 @@ TEST_F(ResolverTest, KeepsAFailureAsTheAddressWithoutItsPort)
         EXPECT_EQ(m_oTrace.Count(std::string("2 Can't resolve DNS for ") + pszFailing), 1);
     }
     EXPECT_THAT(m_oNames.Lookups(), ElementsAre("10.9.0.1", "10.8.0.1"));
-
     m_pResolver->ResetResultsMap();
     AnswerFor("10.9.0.1");
     EXPECT_THAT(m_oNames.Lookups(), ElementsAre("10.9.0.1", "10.8.0.1", "10.9.0.1"));
-}
-
-TEST_F(ResolverTest, QueuesAnAddressOnceAndLooksUpInOrder)
-{
-    m_oNames.Hold();
-    Ask("10.1.2.3");
-    m_oNames.WaitForLookups(1);
-    Ask("10.1.2.4");
-    Ask("10.1.2.5");
-    EXPECT_EQ(Ask("10.1.2.4:80"), "10.1.2.4:80");
-    EXPECT_EQ(m_oTrace.Count(szDuplicate), 1);
-    m_oNames.Release();
-    WaitForAnswers();
-    EXPECT_EQ(Ask("10.1.2.5"), "name-3");
-    EXPECT_THAT(m_oNames.Lookups(), ElementsAre("10.1.2.3", "10.1.2.4", "10.1.2.5"));
-    EXPECT_EQ(m_oTrace.Count("3 ResolveDNS - IP: 10.1.2.4 DNS: name-2"), 1);
 }
 
 TEST_F(ResolverTest, LooksUpAgainWhatIsAskedForDuringItsLookup)
 {
     m_oNames.Hold();
     Ask("10.1.2.3");
-    m_oNames.WaitForLookups(1);
+    m_oNames.Lookups(1);
     Ask("10.1.2.3");
     m_oNames.Release();
     WaitForAnswers();
@@ -80,71 +63,89 @@ TEST_F(ResolverTest, ResetDuringALookupKeepsItsAnswerAlone)
     AnswerFor("10.1.2.3");
     m_oNames.Hold();
     Ask("10.1.2.4");
-    m_oNames.WaitForLookups(2);
-    Ask("10.1.2.5");
+    m_oNames.Lookups(2);
     m_pResolver->ResetResultsMap();
     m_oNames.Release();
-    m_oNames.WaitForLookups(3);   // so the answer before it is filed
+    WaitForAnswers();
     EXPECT_EQ(Ask("10.1.2.4:1"), "name-2");
     EXPECT_EQ(Ask("10.1.2.3:1"), "10.1.2.3:1");   // forgotten
 }
 
-TEST_F(ResolverTest, SleepsWhenTheQueueIsEmptyAndWakesForTheNextAddress)
+TEST_F(ResolverTest, SleepsWhileTheQueueIsEmpty)
 {
-    for (const char* pszAddress : {"10.1.0.1", "10.1.0.2", "10.1.0.3"})
+    static std::atomic<int> s_nWaits, s_nResets;
+    const Substitution<ThreadCalls> oCount([](ThreadCalls& oCalls) {
+        oCalls.WaitForMultipleObjects = [](DWORD nCount, const HANDLE* ph, BOOL bAll, DWORD nLimit) WINAPI {
+            ++s_nWaits;
+            return PlatformService<ThreadCalls>::s_oNative.WaitForMultipleObjects(nCount, ph, bAll, nLimit);
+        };
+        oCalls.ResetEvent = [](HANDLE hEvent) WINAPI {
+            ++s_nResets;
+            return PlatformService<ThreadCalls>::s_oNative.ResetEvent(hEvent);
+        };
+    });
+    for (int n = 1; n <= 3; ++n)
     {
-        AnswerFor(pszAddress);
+        Ask("10.1.0." + std::to_string(n));   // a wait that finds it, one that finds the queue empty, and a sleep
+        EXPECT_TRUE(WaitUntil([&] { return s_nWaits == 2 * n + 1; }));
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        EXPECT_EQ(s_nWaits, 2 * n + 1);
+        EXPECT_EQ(s_nResets, n);
     }
-    EXPECT_EQ(m_oNames.Lookups().size(), 3u);
+    m_pResolver.reset();
 }
 
-TEST_F(ResolverTest, StopWaitsForTheLookupAndDropsTheQueue)
+TEST_F(ResolverTest, StopWaitsForTheLookupForgetsTheAnswersAndLeavesTheQueue)
 {
     m_oNames.Hold();
     Ask("10.1.2.3");
-    m_oNames.WaitForLookups(1);
+    m_oNames.Lookups(1);
     Ask("10.1.2.4");
-    std::atomic<bool> bDestroyed = false;
-    std::thread oDestroyer([&] {
-        m_pResolver.reset();
-        bDestroyed = true;
+    std::atomic<bool> bStopped = false;
+    std::thread oStopper([&] {
+        CSDNSResolverPeer::Stop(*m_pResolver);
+        bStopped = true;
     });
-    std::this_thread::sleep_for(std::chrono::milliseconds(50));
-    EXPECT_FALSE(bDestroyed);
+    EXPECT_TRUE(WaitUntil([&] { return m_oTrace.Records().back().strMethod == "CSDNSResolver::Stop"; }));
+    std::this_thread::sleep_for(std::chrono::milliseconds(30));
+    EXPECT_FALSE(bStopped);
     m_oNames.Release();
-    oDestroyer.join();
-    EXPECT_THAT(m_oNames.Lookups(), ElementsAre("10.1.2.3"));
+    oStopper.join();
     EXPECT_THAT(m_oTrace.Messages(),
-                ElementsAre("4 Resolving DNS for 10.1.2.3", "3 ResolveDNS - IP: 10.1.2.3 DNS: name-1", szStopped));
+                ElementsAre("4 Resolving DNS for 10.1.2.3", "3 ResolveDNS - IP: 10.1.2.3 DNS: name-1",
+                            "3 Resolution Thread stopping due to stop request."));
+
+    EXPECT_EQ(Ask("10.1.2.3:1"), "10.1.2.3:1");   // forgotten, and a new thread starts
+    WaitForAnswers();
+    EXPECT_THAT(m_oNames.Lookups(), ElementsAre("10.1.2.3", "10.1.2.4", "10.1.2.3"));
 }
 
-TEST_F(ResolverTest, TracesEveryMethodInAndOutUnderItsName)
+TEST_F(ResolverTest, TracesTheseMethodsInAndOutAndEachMessageWithItsLine)
 {
     AnswerFor("10.1.2.3");
+    m_pResolver->ResetResultsMap();   // not traced
     m_pResolver.reset();
-    for (const char* pszMethod : {"CSDNSResolver", "GetDNSName", "QueueForResolution", "ResolutionThreadFunc",
-                                  "ResolveDNS", "~CSDNSResolver", "Stop"})
-    {
-        const std::string strMethod = std::string("CSDNSResolver::") + pszMethod;
-        int nEntries = 0;
-        int nExits = 0;
-        for (const auto& oRecord : m_oTrace.Records())
-        {
-            EXPECT_EQ(oRecord.strFile, ".\\DNSResolver");
-            nEntries += oRecord.strMethod == strMethod && oRecord.strText == "Entered Method" && oRecord.nLine > 0 &&
-                        oRecord.strClass == "CSDNSResolver";
-            nExits += oRecord.strMethod == strMethod && oRecord.strText == "Exited Method" && oRecord.nLine == 0 &&
-                      oRecord.strClass.empty();
-        }
-        EXPECT_GE(nEntries, 1) << strMethod;
-        EXPECT_EQ(nEntries, nExits) << strMethod;
-    }
-    // The last of all is the destructor's exit, and the thread's loop is over before Stop is.
     const auto oRecords = m_oTrace.Records();
-    EXPECT_EQ(oRecords.back().strMethod, "CSDNSResolver::~CSDNSResolver");
-    EXPECT_EQ(oRecords[oRecords.size() - 2].strMethod, "CSDNSResolver::Stop");
-    EXPECT_EQ(oRecords[oRecords.size() - 3].strMethod, "CSDNSResolver::ResolutionThreadFunc");
+    std::map<std::string, std::pair<int, int>> oInAndOut;
+    for (const auto& oRecord : oRecords)
+    {
+        const bool bExit = oRecord.strText == "Exited Method";
+        EXPECT_EQ(oRecord.strFile, ".\\DNSResolver");
+        EXPECT_EQ(oRecord.strClass, bExit ? "" : "CSDNSResolver");
+        EXPECT_EQ(oRecord.nLine == 0, bExit);
+        ASSERT_THAT(oRecord.strMethod, StartsWith("CSDNSResolver::"));
+        auto& [nIn, nOut] = oInAndOut[oRecord.strMethod.substr(15)];
+        nIn += oRecord.strText == "Entered Method";
+        nOut += bExit;
+    }
+    const std::map<std::string, std::pair<int, int>> oExpected{{"CSDNSResolver", {1, 1}},        {"GetDNSName", {3, 3}},
+                                                               {"QueueForResolution", {2, 2}},   {"ResolveDNS", {2, 2}},
+                                                               {"ResolutionThreadFunc", {2, 2}}, {"Stop", {1, 1}},
+                                                               {"~CSDNSResolver", {1, 1}}};
+    EXPECT_EQ(oInAndOut, oExpected);
+    // The thread is over before Stop is, and Stop before the destructor.
+    for (const auto& [nFromEnd, pszMethod] : {std::pair{1, "~CSDNSResolver"}, {2, "Stop"}, {3, "ResolutionThreadFunc"}})
+        EXPECT_EQ(oRecords[oRecords.size() - static_cast<std::size_t>(nFromEnd)].strMethod.substr(15), pszMethod);
 }
 
 TEST_F(ResolverTest, ServesManyThreadsWhileLookupsHang)
@@ -163,16 +164,8 @@ TEST_F(ResolverTest, ServesManyThreadsWhileLookupsHang)
         });
     for (auto& oThread : oThreads)
         oThread.join();
-    m_oNames.WaitForLookups(1);
-    EXPECT_EQ(m_oNames.Lookups().size(), 1u);   // all of them were served within the first lookup
+    EXPECT_EQ(m_oNames.Lookups(1).size(), 1u);   // all of them were served within the first lookup
     m_oNames.Release();
-    EXPECT_THAT(AnswerFor("10.1.6.7"), testing::StartsWith("name-"));
-    const auto oLookups = m_oNames.Lookups();
-    EXPECT_GE(oLookups.size(), 56u);   // each address once; the first one, and what is asked for anew, again
-}
-
-TEST(Resolver, IsOneForTheProcess)
-{
-    const NameService oNames;
-    EXPECT_EQ(CSDNSResolver::Instance(), CSDNSResolver::Instance());
+    WaitForAnswers();
+    EXPECT_GE(m_oNames.Lookups().size(), 56u);   // each address once; the first, asked for meanwhile, again
 }

@@ -15,6 +15,7 @@
 struct CSDNSResolverPeer
 {
     static std::unique_ptr<CSDNSResolver> Make() { return std::unique_ptr<CSDNSResolver>(new CSDNSResolver); }
+    static void Stop(CSDNSResolver& oResolver) { oResolver.Stop(); }
 };
 
 // Knows every address but 10.9.x.x (no entry) and 10.8.x.x (an entry without a name). The name counts the
@@ -27,41 +28,25 @@ public:
               oCalls.gethostbyaddr = [](const char* pAddress, int, int) WINAPI { return Answer(pAddress); };
           })
     {
-        s_oLookups.clear();
-        s_bHeld = false;
     }
 
-    void Hold()
-    {
-        Change([] { s_bHeld = true; });
-    }
-    void Release()
-    {
-        Change([] { s_bHeld = false; });
-    }
-
-    // The addresses looked up so far, the one under way included.
-    std::vector<std::string> Lookups() const
+    void Hold(bool bHeld = true)
     {
         const std::lock_guard oHold(s_oLock);
+        s_bHeld = bHeld;
+        s_oChanged.notify_all();
+    }
+    void Release() { Hold(false); }
+
+    // The addresses looked up so far, the one under way included, once there are so many.
+    std::vector<std::string> Lookups(std::size_t nAtLeast = 0) const
+    {
+        std::unique_lock oHold(s_oLock);
+        s_oChanged.wait_for(oHold, std::chrono::seconds(10), [&] { return s_oLookups.size() >= nAtLeast; });
         return s_oLookups;
     }
 
-    void WaitForLookups(std::size_t nCount) const
-    {
-        std::unique_lock oHold(s_oLock);
-        ASSERT_TRUE(s_oChanged.wait_for(oHold, std::chrono::seconds(10), [&] { return s_oLookups.size() >= nCount; }));
-    }
-
 private:
-    template <class Body>
-    static void Change(Body body)
-    {
-        const std::lock_guard oHold(s_oLock);
-        body();
-        s_oChanged.notify_all();
-    }
-
     static hostent* Answer(const char* pAddress)
     {
         const auto* const p = reinterpret_cast<const unsigned char*>(pAddress);
@@ -106,10 +91,7 @@ protected:
         return Ask(strAddress + ":0");
     }
 
-private:
     int m_nWaits = 0;
-
-protected:
     TraceCapture m_oTrace;
     NameService m_oNames;
     std::unique_ptr<CSDNSResolver> m_pResolver = CSDNSResolverPeer::Make();

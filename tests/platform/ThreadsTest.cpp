@@ -1,50 +1,108 @@
-// The contract of threads, critical sections, COM starts and the last error, the same on every target.
+// The contract of handles, events, waits, threads, locks and COM starts, the same on every target.
 #include "platform/Threads.h"
 #include "platform/Errors.h"
-#include "platform/Modules.h"
+#include "platform/Handles.h"
 
+#include <array>
 #include <atomic>
+#include <chrono>
 #include <thread>
 
 #include <gtest/gtest.h>
 
 namespace
 {
-struct Work
+HANDLE MakeEvent(bool bSet = false)
 {
-    HANDLE hGo = Threads().CreateEventA(nullptr, TRUE, FALSE, nullptr);
-    HANDLE hDone = Threads().CreateEventA(nullptr, TRUE, FALSE, nullptr);
+    return Threads().CreateEventA(nullptr, TRUE, bSet, nullptr);
+}
 
-    static DWORD WINAPI Run(LPVOID pWork)
+DWORD Ask(HANDLE hObject)
+{
+    return Threads().WaitForSingleObject(hObject, 0);
+}
+
+template <class Handles>
+DWORD WaitForAny(const Handles& ah, DWORD nMilliseconds)
+{
+    return Threads().WaitForMultipleObjects(static_cast<DWORD>(ah.size()), ah.data(), FALSE, nMilliseconds);
+}
+
+// Ends when the first event is set, and sets the second before that.
+DWORD WINAPI EndWhenTold(LPVOID pEvents)
+{
+    const auto& ahEvents = *static_cast<std::array<HANDLE, 2>*>(pEvents);
+    Threads().WaitForSingleObject(ahEvents[0], INFINITE);
+    Threads().SetEvent(ahEvents[1]);
+    return 7;
+}
+}
+
+TEST(Waits, ReportTheLowestIndexThatIsSetAndStaysSet)
+{
+    const std::array ah{MakeEvent(), MakeEvent(), MakeEvent(true)};
+    EXPECT_EQ(WaitForAny(ah, INFINITE), WAIT_OBJECT_0 + 2);
+    for (const DWORD nIndex : {1u, 0u})
     {
-        Threads().WaitForSingleObject(static_cast<Work*>(pWork)->hGo, INFINITE);
-        Threads().SetEvent(static_cast<Work*>(pWork)->hDone);
-        return 7;
+        EXPECT_EQ(Ask(ah[nIndex]), WAIT_TIMEOUT);
+        EXPECT_TRUE(Threads().SetEvent(ah[nIndex]));
+        EXPECT_EQ(WaitForAny(ah, 0), WAIT_OBJECT_0 + nIndex);
+        EXPECT_EQ(WaitForAny(ah, INFINITE), WAIT_OBJECT_0 + nIndex);   // manual reset: a wait clears nothing
     }
-};
+    EXPECT_TRUE(Threads().ResetEvent(ah[0]));
+    EXPECT_EQ(WaitForAny(ah, 0), WAIT_OBJECT_0 + 1);
 }
 
-TEST(Threads, SetTheirHandleWhenTheyEnd)
+TEST(Waits, WakeAllWhenAnEventIsSetAndEndWhenTheTimeIsUp)
 {
-    Work oWork;
-    const HANDLE hThread = Threads().CreateThread(nullptr, 0, &Work::Run, &oWork, 0, nullptr);
-    ASSERT_NE(hThread, nullptr);
-    EXPECT_EQ(Threads().WaitForSingleObject(hThread, 0), WAIT_TIMEOUT);
-    EXPECT_FALSE(Threads().SetEvent(hThread));   // a thread is no event
-    Threads().SetEvent(oWork.hGo);
-    EXPECT_EQ(Threads().WaitForSingleObject(hThread, INFINITE), WAIT_OBJECT_0);
-    EXPECT_EQ(Threads().WaitForSingleObject(hThread, 0), WAIT_OBJECT_0);
-    EXPECT_TRUE(Threads().CloseHandle(hThread));
+    const std::array ah{MakeEvent(), MakeEvent()};
+    const DWORD anLimits[] = {INFINITE, 60000};
+    std::thread aoWaiting[2];
+    for (int n = 0; n < 2; ++n)
+        aoWaiting[n] = std::thread([&, n] { EXPECT_EQ(WaitForAny(ah, anLimits[n]), WAIT_OBJECT_0 + 1); });
+    const auto nStart = std::chrono::steady_clock::now();
+    EXPECT_EQ(WaitForAny(ah, 50), WAIT_TIMEOUT);
+    EXPECT_GE(std::chrono::steady_clock::now() - nStart, std::chrono::milliseconds(45));
+    Threads().SetEvent(ah[1]);
+    for (auto& oWaiting : aoWaiting)
+        oWaiting.join();
 }
 
-TEST(Threads, RunOnWhenTheirHandleIsClosed)
+TEST(HandleChecks, NullAndClosedOnesFailAtOnce)
 {
-    Work oWork;
-    const HANDLE hThread = Threads().CreateThread(nullptr, 0, &Work::Run, &oWork, 0, nullptr);
-    EXPECT_TRUE(Threads().CloseHandle(hThread));
-    EXPECT_EQ(Threads().WaitForSingleObject(hThread, INFINITE), WAIT_FAILED);
-    Threads().SetEvent(oWork.hGo);
-    EXPECT_EQ(Threads().WaitForSingleObject(oWork.hDone, INFINITE), WAIT_OBJECT_0);
+    const HANDLE hGood = MakeEvent(true);
+    const HANDLE hClosed = MakeEvent();
+    ASSERT_TRUE(Handles().CloseHandle(hClosed));
+    const auto failsAsInvalid = [](auto call, auto failure) {
+        Errors().SetLastError(0);
+        EXPECT_EQ(call(), failure);
+        EXPECT_EQ(Errors().GetLastError(), DWORD{ERROR_INVALID_HANDLE});
+    };
+    for (const HANDLE hBad : {HANDLE{}, hClosed})
+    {
+        failsAsInvalid([&] { return Threads().WaitForSingleObject(hBad, INFINITE); }, WAIT_FAILED);
+        failsAsInvalid([&] { return WaitForAny(std::array{hGood, hBad}, INFINITE); }, WAIT_FAILED);
+        failsAsInvalid([&] { return Threads().SetEvent(hBad); }, FALSE);
+        failsAsInvalid([&] { return Threads().ResetEvent(hBad); }, FALSE);
+        failsAsInvalid([&] { return Handles().CloseHandle(hBad); }, FALSE);
+    }
+}
+
+TEST(ThreadHandles, AreSetWhenTheThreadEndsAndMayBeClosedBefore)
+{
+    std::array ahEvents{MakeEvent(), MakeEvent()};
+    HANDLE ahThreads[2];
+    for (HANDLE& hThread : ahThreads)
+        ASSERT_NE(hThread = Threads().CreateThread(nullptr, 0, &EndWhenTold, &ahEvents, 0, nullptr), nullptr);
+    EXPECT_EQ(Ask(ahThreads[0]), WAIT_TIMEOUT);
+    EXPECT_FALSE(Threads().SetEvent(ahThreads[0]));   // a thread is no event
+    EXPECT_TRUE(Handles().CloseHandle(ahThreads[1]));
+    EXPECT_EQ(Threads().WaitForSingleObject(ahThreads[1], INFINITE), WAIT_FAILED);
+
+    Threads().SetEvent(ahEvents[0]);
+    EXPECT_EQ(Threads().WaitForSingleObject(ahThreads[0], INFINITE), WAIT_OBJECT_0);
+    EXPECT_EQ(Ask(ahThreads[0]), WAIT_OBJECT_0);
+    EXPECT_EQ(Threads().WaitForSingleObject(ahEvents[1], INFINITE), WAIT_OBJECT_0);
 }
 
 TEST(CriticalSections, LetTheHolderInAgainAndKeepOthersOut)
@@ -53,7 +111,6 @@ TEST(CriticalSections, LetTheHolderInAgainAndKeepOthersOut)
     Threads().InitializeCriticalSection(&oSection);
     Threads().EnterCriticalSection(&oSection);
     Threads().EnterCriticalSection(&oSection);
-
     std::atomic<bool> bIn = false;
     std::thread oOther([&] {
         Threads().EnterCriticalSection(&oSection);
@@ -69,22 +126,18 @@ TEST(CriticalSections, LetTheHolderInAgainAndKeepOthersOut)
     Threads().DeleteCriticalSection(&oSection);
 }
 
-TEST(Com, CountsItsStartsForEachThread)
+TEST(PerThread, ComStartsAreCountedAndErrorsKeptForEachThread)
 {
     const auto startTwice = [] {
+        for (const HRESULT nExpected : {S_OK, S_FALSE})
+            EXPECT_EQ(Threads().CoInitialize(nullptr), nExpected);
+        for (int n = 0; n < 2; ++n)
+            Threads().CoUninitialize();
         EXPECT_EQ(Threads().CoInitialize(nullptr), S_OK);
-        EXPECT_EQ(Threads().CoInitialize(nullptr), S_FALSE);
-        Threads().CoUninitialize();
-        Threads().CoUninitialize();
-        EXPECT_EQ(Threads().CoInitialize(nullptr), S_OK);
-        Threads().CoUninitialize();
     };
     startTwice();
     std::thread(startTwice).join();
-}
 
-TEST(LastError, BelongsToItsThread)
-{
     std::atomic<int> nTurn = 0;   // handed over without a call that could set an error
     std::thread oOther([&] {
         while (nTurn != 1)
@@ -98,19 +151,4 @@ TEST(LastError, BelongsToItsThread)
         continue;
     EXPECT_EQ(Errors().GetLastError(), 5u);
     oOther.join();
-}
-
-TEST(Modules, WhatIsNotThereIsNotLoaded)
-{
-    for (const char* pszName : {"no-such-module-anywhere", static_cast<const char*>(nullptr)})
-        EXPECT_EQ(Modules().LoadLibraryA(pszName), nullptr);
-    EXPECT_FALSE(Modules().FreeLibrary(nullptr));
-}
-
-TEST(Modules, TheProgramItselfCanBePinned)
-{
-    HMODULE hModule = nullptr;
-    EXPECT_TRUE(Modules().GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_PIN | GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS,
-                                             reinterpret_cast<LPCSTR>(&Work::Run), &hModule));
-    EXPECT_NE(hModule, nullptr);
 }

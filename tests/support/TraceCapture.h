@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <mutex>
-#include <ostream>
 #include <string>
 #include <vector>
 
@@ -17,11 +16,6 @@ struct TraceRecord
     int nLine;
 
     bool operator==(const TraceRecord&) const = default;
-    friend std::ostream& operator<<(std::ostream& oOut, const TraceRecord& o)
-    {
-        return oOut << o.nSeverity << " '" << o.strText << "' " << o.strClass << ' ' << o.strMethod << ' ' << o.strFile
-                    << ':' << o.nLine;
-    }
 };
 
 class TraceCapture

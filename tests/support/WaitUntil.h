@@ -8,11 +8,12 @@
 template <class Condition>
 bool WaitUntil(Condition holds)
 {
-    for (int n = 0; n < 2000; ++n)
+    const auto nEnd = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+    while (!holds())
     {
-        if (holds())
-            return true;
+        if (std::chrono::steady_clock::now() > nEnd)
+            return false;
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
     }
-    return false;
+    return true;
 }

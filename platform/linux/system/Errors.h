@@ -1,7 +1,7 @@
 // Error numbers are those of Windows; hosts read them in texts and logs.
 #pragma once
 
-#include "system/Types.h"
+#include "ZevrinUtils/Types.h"
 
 inline constexpr DWORD ERROR_SUCCESS = 0;
 inline constexpr DWORD ERROR_INVALID_HANDLE = 6;

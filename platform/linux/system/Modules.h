@@ -1,6 +1,6 @@
 #pragma once
 
-#include "system/Types.h"
+#include "ZevrinUtils/Types.h"
 
 inline constexpr DWORD GET_MODULE_HANDLE_EX_FLAG_PIN = 1;
 inline constexpr DWORD GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS = 4;

@@ -1,7 +1,7 @@
 // The types that both systems share by name and layout are the C library's own.
 #pragma once
 
-#include "system/Types.h"
+#include "ZevrinUtils/Types.h"
 
 #include <netdb.h>
 #include <netinet/in.h>

@@ -1,6 +1,15 @@
 #pragma once
 
-#include "system/Types.h"
+#include "ZevrinUtils/Types.h"
+
+inline constexpr DWORD INFINITE = 0xFFFFFFFF;
+inline constexpr DWORD WAIT_OBJECT_0 = 0;
+inline constexpr DWORD WAIT_TIMEOUT = 258;
+inline constexpr DWORD WAIT_FAILED = 0xFFFFFFFF;
+inline constexpr DWORD MAXIMUM_WAIT_OBJECTS = 64;
+
+inline constexpr HRESULT S_OK = 0;
+inline constexpr HRESULT S_FALSE = 1;
 
 struct SECURITY_ATTRIBUTES;   // never passed: null only
 using LPSECURITY_ATTRIBUTES = SECURITY_ATTRIBUTES*;
@@ -19,7 +28,6 @@ BOOL ResetEvent(HANDLE hEvent);
 
 HANDLE CreateThread(LPSECURITY_ATTRIBUTES pSecurity, SIZE_T nStackSize, LPTHREAD_START_ROUTINE pStart, LPVOID pArgument,
                     DWORD nFlags, LPDWORD pnThreadId);
-BOOL CloseHandle(HANDLE hObject);
 
 DWORD WaitForSingleObject(HANDLE hObject, DWORD nMilliseconds);
 DWORD WaitForMultipleObjects(DWORD nCount, const HANDLE* phObjects, BOOL bWaitAll, DWORD nMilliseconds);

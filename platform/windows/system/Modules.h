@@ -1,3 +1,3 @@
 #pragma once
 
-#include "system/Types.h"
+#include "ZevrinUtils/Types.h"

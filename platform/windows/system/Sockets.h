@@ -1,5 +1,3 @@
 #pragma once
 
-#include <winsock2.h>
-
-#include "system/Types.h"
+#include "ZevrinUtils/Types.h"

@@ -1,5 +1,5 @@
 #pragma once
 
-#include "system/Types.h"
+#include "ZevrinUtils/Types.h"
 
 #include <objbase.h>

@@ -1,17 +1,18 @@
-// CMapStringToString: the framework's map from text to text. Keys are compared exactly, case included.
-//
-// Not guarded: its users keep their threads apart.
+/// @file
+/// CMapStringToString: the framework's map from text to text. Keys are compared exactly, case included.
+///
+/// Not guarded: its users keep their threads apart.
 #pragma once
 
-#include "framework/String.h"
+#include "ZevrinUtils/framework/String.h"
 
 #include <map>
 
 class ZEVRINUTILS_API CMapStringToString
 {
 public:
-    // The block size is the number of entries for which storage is taken at a time. Storage is taken
-    // entry by entry here, so it has no effect.
+    /// The block size is the number of entries for which storage is taken at a time. Storage is taken
+    /// entry by entry here, so it has no effect.
     explicit CMapStringToString(int nBlockSize = 10) noexcept;
     ~CMapStringToString();
     CMapStringToString(const CMapStringToString&) = delete;
@@ -20,15 +21,15 @@ public:
     int GetCount() const noexcept { return static_cast<int>(m_oEntries.size()); }
     bool IsEmpty() const noexcept { return m_oEntries.empty(); }
 
-    // True, with the value in the out-parameter, if there is an entry; the out-parameter is left alone
-    // if there is none.
+    /// True, with the value in the out-parameter, if there is an entry; the out-parameter is left alone
+    /// if there is none.
     bool Lookup(const char* pszKey, CString& strValue) const;
 
-    // The value under the key, added as an empty text if there is none.
+    /// The value under the key, added as an empty text if there is none.
     CString& operator[](const char* pszKey);
 
     void SetAt(const char* pszKey, const char* pszValue);
-    bool RemoveKey(const char* pszKey);   // false if there was no entry
+    bool RemoveKey(const char* pszKey);   ///< false if there was no entry
     void RemoveAll() noexcept;
 
 private:

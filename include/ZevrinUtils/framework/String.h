@@ -1,6 +1,7 @@
-// CString: the framework's 8-bit string. A value; it holds any bytes and counts them itself.
-//
-// Safe as any value: one object may be read from several threads, but not written while it is used.
+/// @file
+/// CString: the framework's 8-bit string. A value; it holds any bytes and counts them itself.
+///
+/// Safe as any value: one object may be read from several threads, but not written while it is used.
 #pragma once
 
 #include "ZevrinUtils/Export.h"
@@ -18,35 +19,35 @@ public:
     CString& operator=(CString&& strOther) noexcept;
     ~CString();
 
-    CString(const char* pszText);                // null counts as empty
-    CString(const char* pchText, int nLength);   // nLength bytes
+    CString(const char* pszText);                ///< null counts as empty
+    CString(const char* pchText, int nLength);   ///< nLength bytes
     CString(std::string strText);
 
-    CString& operator=(const char* pszText);   // null counts as empty
+    CString& operator=(const char* pszText);   ///< null counts as empty
 
-    // The text with a zero byte behind it; valid until the string changes.
+    /// The text with a zero byte behind it; valid until the string changes.
     operator const char*() const noexcept { return m_strText.c_str(); }
 
-    int GetLength() const noexcept { return static_cast<int>(m_strText.size()); }   // in bytes
+    int GetLength() const noexcept { return static_cast<int>(m_strText.size()); }   ///< in bytes
     bool IsEmpty() const noexcept { return m_strText.empty(); }
     void Empty() noexcept { m_strText.clear(); }
 
-    // The byte at an index from 0 to GetLength() - 1.
+    /// The byte at an index from 0 to GetLength() - 1.
     char GetAt(int nIndex) const { return m_strText.at(static_cast<std::size_t>(nIndex)); }
 
     CString& operator+=(const CString& strMore);
     CString& operator+=(char chMore);
 
-    // Less than, equal to or greater than zero; with case, and without (ASCII letters).
+    /// Less than, equal to or greater than zero; with case, and without (ASCII letters).
     int Compare(const char* pszOther) const noexcept;
     int CompareNoCase(const char* pszOther) const noexcept;
 
-    // Index of the first or last occurrence; -1 if there is none.
+    /// Index of the first or last occurrence; -1 if there is none.
     int Find(char chWanted, int nStart = 0) const noexcept;
     int Find(const char* pszWanted, int nStart = 0) const noexcept;
     int ReverseFind(char chWanted) const noexcept;
 
-    // A part of the text; what lies outside of it is left out.
+    /// A part of the text; what lies outside of it is left out.
     CString Left(int nCount) const;
     CString Right(int nCount) const;
     CString Mid(int nFirst) const;
@@ -76,3 +77,5 @@ private:
 ZEVRINUTILS_API CString operator+(const CString& strLeft, const CString& strRight);
 ZEVRINUTILS_API CString operator+(const CString& strLeft, const char* pszRight);
 ZEVRINUTILS_API CString operator+(const char* pszLeft, const CString& strRight);
+ZEVRINUTILS_API CString operator+(const CString& strLeft, char chRight);
+ZEVRINUTILS_API CString operator+(char chLeft, const CString& strRight);

@@ -1,5 +1,5 @@
-// The Windows types that the exported headers and the platform services use, for Linux: the same
-// names, widths and documented values. Only what is in use is here.
+// The Windows types that the exported headers and the platform services use, for Linux: the same names,
+// widths and layouts. Only what is in use is here.
 #pragma once
 
 #include <cstddef>
@@ -33,12 +33,3 @@ struct CRITICAL_SECTION
     pthread_mutex_t Mutex;
 };
 using LPCRITICAL_SECTION = CRITICAL_SECTION*;
-
-inline constexpr DWORD INFINITE = 0xFFFFFFFF;
-inline constexpr DWORD WAIT_OBJECT_0 = 0;
-inline constexpr DWORD WAIT_TIMEOUT = 258;
-inline constexpr DWORD WAIT_FAILED = 0xFFFFFFFF;
-inline constexpr DWORD MAXIMUM_WAIT_OBJECTS = 64;
-
-inline constexpr HRESULT S_OK = 0;
-inline constexpr HRESULT S_FALSE = 1;

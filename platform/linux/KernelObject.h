@@ -2,7 +2,7 @@
 // of being followed. A number is never given twice.
 #pragma once
 
-#include "system/Types.h"
+#include "ZevrinUtils/Types.h"
 
 #include <memory>
 

@@ -1,8 +1,8 @@
-#include "Handles.h"
+#include "KernelObject.h"
 
 #include "Failure.h"
 #include "platform/Immortal.h"
-#include "system/Threads.h"
+#include "system/Handles.h"
 
 #include <map>
 #include <mutex>

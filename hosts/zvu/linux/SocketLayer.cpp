@@ -1,0 +1,7 @@
+#include "../SocketLayer.h"
+
+// Linux has nothing to start.
+bool StartSocketLayer()
+{
+    return true;
+}

@@ -1,0 +1,22 @@
+# For the scripts that test commands; sourced by them with the program (and its emulator) as "$@".
+set -uo pipefail
+
+program=("$@")
+failures=0
+error_file=$(mktemp)
+trap 'rm -f "$error_file"; [ "$failures" = 0 ]' EXIT
+
+# expect STATUS OUTPUT ERROR ARGUMENT...: runs the program and compares; ERROR is a part of its message, empty
+# for none at all.
+expect() {
+    local status=$1 output=$2 error=$3
+    shift 3
+    local actual_output actual_error actual_status=0
+    actual_output=$("${program[@]}" "$@" 2>"$error_file" | tr -d '\r'; exit "${PIPESTATUS[0]}") || actual_status=$?
+    actual_error=$(cat "$error_file")
+    if [ "$actual_status" != "$status" ] || [ "$actual_output" != "$output" ] ||
+        [[ $actual_error != *"$error"* || ( -z $error && -n $actual_error ) ]]; then
+        printf '%s: status %s, output "%s", message "%s"\n' "$*" "$actual_status" "$actual_output" "$actual_error"
+        failures=$((failures + 1))
+    fi
+}
