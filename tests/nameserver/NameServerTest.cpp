@@ -57,7 +57,7 @@ TEST_F(NameServer, DelaysNobodyWhileItStaysSilent)
         oThread.join();
     CSDNSResolver::Instance()->ResetResultsMap();
 
-    // All of that happened within the one lookup, which then gives up.
+    // All of that happened within the one lookup, which then gives up. Nobody waited for it.
     const std::string strGivenUp = "2 Can't resolve DNS for " + strHanging;
     EXPECT_EQ(m_oTrace.Count(strGivenUp), 0);
     EXPECT_TRUE(m_oTrace.WaitFor(strGivenUp));

@@ -82,16 +82,6 @@ TEST_F(ResolverFailureTest, FailedWaitEndsTheThreadForGoodAndLeavesTheAnswers)
     EXPECT_THAT(m_oNames.Lookups(), ElementsAre("10.1.2.3"));
 }
 
-TEST_F(ResolverFailureTest, EventsThatCannotBeMadeEndInAFailedWait)
-{
-    const FailingThreads oFake([](ThreadCalls& oCalls) {
-        oCalls.CreateEventA = [](LPSECURITY_ATTRIBUTES, BOOL, BOOL, LPCSTR) WINAPI -> HANDLE { return nullptr; };
-    });
-    m_pResolver = CSDNSResolverPeer::Make();
-    EXPECT_EQ(Ask("10.1.2.3:80"), "10.1.2.3:80");
-    EXPECT_TRUE(m_oTrace.WaitFor("1 Resolution Thread stopping due to wait error."));
-}
-
 // The platform sees the stop event set: at every moment, or from the time on at which a lookup would begin.
 TEST_F(ResolverFailureTest, AStopRequestIsSeenBeforeQueueingAndBeforeALookup)
 {

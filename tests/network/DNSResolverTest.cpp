@@ -147,25 +147,3 @@ TEST_F(ResolverTest, TracesTheseMethodsInAndOutAndEachMessageWithItsLine)
     for (const auto& [nFromEnd, pszMethod] : {std::pair{1, "~CSDNSResolver"}, {2, "Stop"}, {3, "ResolutionThreadFunc"}})
         EXPECT_EQ(oRecords[oRecords.size() - static_cast<std::size_t>(nFromEnd)].strMethod.substr(15), pszMethod);
 }
-
-TEST_F(ResolverTest, ServesManyThreadsWhileLookupsHang)
-{
-    m_oNames.Hold();
-    std::vector<std::thread> oThreads;
-    for (int nThread = 0; nThread < 8; ++nThread)
-        oThreads.emplace_back([this, nThread] {
-            for (int n = 0; n < 100; ++n)
-            {
-                const std::string strAddress = "10.1." + std::to_string(n % 7) + '.' + std::to_string(nThread) + ":1";
-                EXPECT_EQ(Ask(strAddress), strAddress);
-                if (n % 50 == 0)
-                    m_pResolver->ResetResultsMap();
-            }
-        });
-    for (auto& oThread : oThreads)
-        oThread.join();
-    EXPECT_EQ(m_oNames.Lookups(1).size(), 1u);   // all of them were served within the first lookup
-    m_oNames.Release();
-    WaitForAnswers();
-    EXPECT_GE(m_oNames.Lookups().size(), 56u);   // each address once; the first, asked for meanwhile, again
-}
