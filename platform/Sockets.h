@@ -1,4 +1,4 @@
-// The socket layer and the reverse lookup.
+// The socket layer, TCP sockets and the reverse lookup.
 #pragma once
 
 #include "platform/Service.h"
@@ -12,6 +12,23 @@ struct SocketCalls
     PLATFORM_CALL(WSAStartup);
     // Undoes one WSAStartup.
     PLATFORM_CALL(WSACleanup);
+
+    // A new socket; INVALID_SOCKET on failure. On Linux, too, a number is not given again while anybody could
+    // still use it for the socket that had it.
+    PLATFORM_CALL(socket);
+    // Gives it a local address and port. Fails while another listens there, and only then: connections of a
+    // closed listener that linger do not count.
+    PLATFORM_CALL(bind);
+    // Opens it for connections.
+    PLATFORM_CALL(listen);
+    // Waits for a connection; INVALID_SOCKET on failure, and at once when the listening socket is closed.
+    PLATFORM_CALL(accept);
+    // Receives what has arrived, waiting for the first byte: the count, 0 when the peer has closed, -1.
+    PLATFORM_CALL(recv);
+    // Sends; a peer that is gone is a failure and nothing more.
+    PLATFORM_CALL(send);
+    // Closes; what was sent is still delivered.
+    PLATFORM_CALL(closesocket);
 
     // Dotted text to a four-byte address in network order; INADDR_NONE for text that is no address.
     PLATFORM_CALL(inet_addr);

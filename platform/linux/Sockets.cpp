@@ -1,10 +1,14 @@
 #include "system/Sockets.h"
 
 #include "Failure.h"
+#include "platform/Immortal.h"
 
-#include <cstring>
+#include <cerrno>
+#include <map>
+#include <memory>
+#include <mutex>
 
-#include <arpa/inet.h>
+#include <unistd.h>
 
 namespace
 {
@@ -16,14 +20,124 @@ constexpr int InOrder(WORD nVersion) noexcept
     return (nVersion & 0xFF) << 8 | nVersion >> 8;
 }
 
-DWORD LookupError(int nResult) noexcept
+struct SocketError
 {
-    switch (nResult)
+    int nErrno;
+    DWORD nError;
+};
+constexpr SocketError s_aErrors[] = {
+    {EACCES, WSAEACCES},
+    {EADDRINUSE, WSAEADDRINUSE},
+    {EADDRNOTAVAIL, WSAEADDRNOTAVAIL},
+    {EBADF, WSAENOTSOCK},
+    {ECONNABORTED, WSAECONNABORTED},
+    {ECONNRESET, WSAECONNRESET},
+    {EFAULT, WSAEFAULT},
+    {EINVAL, WSAEINVAL},
+    {EMFILE, WSAEMFILE},
+    {ENFILE, WSAEMFILE},
+    {ENOBUFS, WSAENOBUFS},
+    {ENOMEM, WSAENOBUFS},
+    {ENOTCONN, WSAENOTCONN},
+    {ENOTSOCK, WSAENOTSOCK},
+    {EPIPE, WSAECONNABORTED},
+};
+
+template <class Result>
+Result FailByErrno(Result failure) noexcept
+{
+    for (const auto& [nErrno, nError] : s_aErrors)
+        if (nErrno == errno)
+            return Fail(nError, failure);
+    return Fail(WSAENETDOWN, failure);
+}
+
+// Closed when its last user is done with it. The kernel would give its number to the next file at once, and a
+// thread that is about to use the old socket would use that file instead.
+class Socket
+{
+public:
+    explicit Socket(int nDescriptor) noexcept : m_nDescriptor(nDescriptor) {}
+    ~Socket() { ::close(m_nDescriptor); }
+    Socket(const Socket&) = delete;
+    Socket& operator=(const Socket&) = delete;
+
+    int Descriptor() const noexcept { return m_nDescriptor; }
+
+private:
+    const int m_nDescriptor;
+};
+
+// The sockets by the numbers that callers know, which go round through all 32 bits before one comes again.
+class SocketTable
+{
+public:
+    SOCKET Open(int nDescriptor)
     {
-    case EAI_AGAIN: return WSATRY_AGAIN;
-    case EAI_NONAME: return WSAHOST_NOT_FOUND;
-    default: return WSANO_RECOVERY;
+        auto pSocket = std::make_shared<Socket>(nDescriptor);
+        const std::lock_guard oHold(m_oLock);
+        while (m_nNext == 0 || m_nNext == INVALID_SOCKET || m_oSockets.contains(m_nNext))
+            ++m_nNext;
+        m_oSockets.emplace(m_nNext, std::move(pSocket));
+        return m_nNext++;
     }
+
+    std::shared_ptr<Socket> Find(SOCKET hSocket)
+    {
+        const std::lock_guard oHold(m_oLock);
+        const auto it = m_oSockets.find(hSocket);
+        return it == m_oSockets.end() ? nullptr : it->second;
+    }
+
+    std::shared_ptr<Socket> Remove(SOCKET hSocket)
+    {
+        const std::lock_guard oHold(m_oLock);
+        const auto oNode = m_oSockets.extract(hSocket);
+        return oNode ? oNode.mapped() : nullptr;
+    }
+
+private:
+    std::mutex m_oLock;
+    std::map<SOCKET, std::shared_ptr<Socket>> m_oSockets;
+    SOCKET m_nNext = 1;
+};
+
+SocketTable& Sockets()
+{
+    static Immortal<SocketTable> s_oTable;
+    return *s_oTable;
+}
+
+// Makes the call on the socket's descriptor, again when a signal interrupted it: Windows knows no such failure.
+template <class Call>
+auto OnSocket(SOCKET hSocket, Call call) -> decltype(call(0))
+{
+    const auto pSocket = Sockets().Find(hSocket);
+    if (!pSocket)
+        return Fail(WSAENOTSOCK, static_cast<decltype(call(0))>(-1));
+    for (;;)
+    {
+        const auto nResult = call(pSocket->Descriptor());
+        if (nResult >= 0)
+            return nResult;
+        if (errno != EINTR)
+            return FailByErrno(nResult);
+    }
+}
+
+SOCKET OpenSocket(int nDescriptor)
+{
+    return OrOutOfMemory(INVALID_SOCKET, [&] {
+        try
+        {
+            return Sockets().Open(nDescriptor);
+        }
+        catch (...)
+        {
+            ::close(nDescriptor);
+            throw;
+        }
+    });
 }
 }
 
@@ -41,31 +155,60 @@ int win32::WSACleanup()
     return 0;
 }
 
-ULONG win32::inet_addr(const char* pszAddress)
+SOCKET win32::socket(int nFamily, int nType, int nProtocol)
 {
-    return pszAddress ? ::inet_addr(pszAddress) : INADDR_NONE;
+    const int nDescriptor = ::socket(nFamily, nType | SOCK_CLOEXEC, nProtocol);
+    return nDescriptor < 0 ? FailByErrno(INVALID_SOCKET) : OpenSocket(nDescriptor);
 }
 
-// Through getnameinfo, which unlike the C library's own gethostbyaddr may run in several threads.
-hostent* win32::gethostbyaddr(const char* pAddress, int nLength, int nFamily)
+// Windows lets a port be opened again while connections of the listener before it linger; Linux has to be told.
+int win32::bind(SOCKET hSocket, const sockaddr* pAddress, int nLength)
 {
-    if (!pAddress || nLength != sizeof(in_addr) || nFamily != AF_INET)
-        return Fail(WSAEFAULT, static_cast<hostent*>(nullptr));
+    return OnSocket(hSocket, [&](int nDescriptor) {
+        const int nOn = 1;
+        setsockopt(nDescriptor, SOL_SOCKET, SO_REUSEADDR, &nOn, sizeof nOn);
+        return ::bind(nDescriptor, pAddress, static_cast<socklen_t>(nLength));
+    });
+}
 
-    sockaddr_in oAddress{};
-    oAddress.sin_family = AF_INET;
-    std::memcpy(&oAddress.sin_addr, pAddress, sizeof oAddress.sin_addr);
+int win32::listen(SOCKET hSocket, int nBacklog)
+{
+    return OnSocket(hSocket, [&](int nDescriptor) { return ::listen(nDescriptor, nBacklog); });
+}
 
-    thread_local char s_szName[NI_MAXHOST];
-    const int nResult = getnameinfo(reinterpret_cast<const sockaddr*>(&oAddress), sizeof oAddress, s_szName,
-                                    sizeof s_szName, nullptr, 0, NI_NAMEREQD);
-    if (nResult != 0)
-        return Fail(LookupError(nResult), static_cast<hostent*>(nullptr));
+SOCKET win32::accept(SOCKET hSocket, sockaddr* pAddress, int* pnLength)
+{
+    if (pAddress || pnLength)
+        return Fail(ERROR_NOT_SUPPORTED, INVALID_SOCKET);
+    const int nDescriptor =
+        OnSocket(hSocket, [](int nListening) { return ::accept4(nListening, nullptr, nullptr, SOCK_CLOEXEC); });
+    return nDescriptor < 0 ? INVALID_SOCKET : OpenSocket(nDescriptor);
+}
 
-    thread_local hostent s_oHost;
-    s_oHost = hostent{};
-    s_oHost.h_name = s_szName;
-    s_oHost.h_addrtype = AF_INET;
-    s_oHost.h_length = sizeof(in_addr);
-    return &s_oHost;
+int win32::recv(SOCKET hSocket, char* pBuffer, int nLength, int nFlags)
+{
+    return static_cast<int>(OnSocket(hSocket, [&](int nDescriptor) {
+        return ::recv(nDescriptor, pBuffer, static_cast<std::size_t>(nLength), nFlags);
+    }));
+}
+
+// Without the signal that a broken connection raises, which would end a host that knows nothing of it.
+int win32::send(SOCKET hSocket, const char* pData, int nLength, int nFlags)
+{
+    return static_cast<int>(OnSocket(hSocket, [&](int nDescriptor) {
+        return ::send(nDescriptor, pData, static_cast<std::size_t>(nLength), nFlags | MSG_NOSIGNAL);
+    }));
+}
+
+int win32::closesocket(SOCKET hSocket)
+{
+    const auto pSocket = Sockets().Remove(hSocket);
+    if (!pSocket)
+        return Fail(WSAENOTSOCK, SOCKET_ERROR);
+    // Wakes a thread that waits in accept; a close alone would not.
+    int bListening = 0;
+    socklen_t nLength = sizeof bListening;
+    if (getsockopt(pSocket->Descriptor(), SOL_SOCKET, SO_ACCEPTCONN, &bListening, &nLength) == 0 && bListening)
+        ::shutdown(pSocket->Descriptor(), SHUT_RDWR);
+    return 0;
 }

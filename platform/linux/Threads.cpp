@@ -2,6 +2,7 @@
 #include "Failure.h"
 #include "Waitable.h"
 
+#include <atomic>
 #include <csignal>
 
 #include <pthread.h>
@@ -19,13 +20,16 @@ public:
 
     void Run()
     {
-        m_pStart(m_pArgument);
+        m_nExitCode = m_pStart(m_pArgument);
         Set();
     }
+
+    DWORD ExitCode() const noexcept { return m_nExitCode; }
 
 private:
     const LPTHREAD_START_ROUTINE m_pStart;
     const LPVOID m_pArgument;
+    std::atomic<DWORD> m_nExitCode = STILL_ACTIVE;
 };
 
 // Owns the running thread's share of the object, so that the handle may be closed meanwhile.
@@ -76,4 +80,18 @@ HANDLE win32::CreateThread(LPSECURITY_ATTRIBUTES pSecurity, SIZE_T nStackSize, L
         ForgetHandle(hThread);
         return Fail(ERROR_NOT_ENOUGH_MEMORY, HANDLE{});
     });
+}
+
+BOOL win32::GetExitCodeThread(HANDLE hThread, LPDWORD pnExitCode)
+{
+    const auto pThread = FindObjectOf<Thread>(hThread);
+    if (!pThread)
+        return Fail(ERROR_INVALID_HANDLE, FALSE);
+    *pnExitCode = pThread->ExitCode();
+    return TRUE;
+}
+
+BOOL win32::TerminateThread(HANDLE, DWORD)
+{
+    return Fail(ERROR_NOT_SUPPORTED, FALSE);
 }

@@ -5,6 +5,12 @@
 
 #include <netdb.h>
 #include <netinet/in.h>
+#include <sys/socket.h>
+
+using SOCKET = unsigned int;
+
+inline constexpr SOCKET INVALID_SOCKET = ~SOCKET{0};
+inline constexpr int SOCKET_ERROR = -1;
 
 struct WSADATA
 {
@@ -17,6 +23,14 @@ namespace win32
 {
 int WSAStartup(WORD nVersion, LPWSADATA pData);
 int WSACleanup();
+
+SOCKET socket(int nFamily, int nType, int nProtocol);
+int bind(SOCKET hSocket, const sockaddr* pAddress, int nLength);
+int listen(SOCKET hSocket, int nBacklog);
+SOCKET accept(SOCKET hSocket, sockaddr* pAddress, int* pnLength);
+int recv(SOCKET hSocket, char* pBuffer, int nLength, int nFlags);
+int send(SOCKET hSocket, const char* pData, int nLength, int nFlags);
+int closesocket(SOCKET hSocket);
 
 ULONG inet_addr(const char* pszAddress);
 hostent* gethostbyaddr(const char* pAddress, int nLength, int nFamily);

@@ -8,6 +8,8 @@ inline constexpr DWORD WAIT_TIMEOUT = 258;
 inline constexpr DWORD WAIT_FAILED = 0xFFFFFFFF;
 inline constexpr DWORD MAXIMUM_WAIT_OBJECTS = 64;
 
+inline constexpr DWORD STILL_ACTIVE = 259;
+
 inline constexpr HRESULT S_OK = 0;
 inline constexpr HRESULT S_FALSE = 1;
 
@@ -28,6 +30,9 @@ BOOL ResetEvent(HANDLE hEvent);
 
 HANDLE CreateThread(LPSECURITY_ATTRIBUTES pSecurity, SIZE_T nStackSize, LPTHREAD_START_ROUTINE pStart, LPVOID pArgument,
                     DWORD nFlags, LPDWORD pnThreadId);
+
+BOOL GetExitCodeThread(HANDLE hThread, LPDWORD pnExitCode);
+BOOL TerminateThread(HANDLE hThread, DWORD nExitCode);
 
 DWORD WaitForSingleObject(HANDLE hObject, DWORD nMilliseconds);
 DWORD WaitForMultipleObjects(DWORD nCount, const HANDLE* phObjects, BOOL bWaitAll, DWORD nMilliseconds);

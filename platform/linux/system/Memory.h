@@ -1,0 +1,11 @@
+#pragma once
+
+#include <cstdlib>
+
+namespace win32
+{
+inline void* malloc(std::size_t nSize)
+{
+    return ::malloc(nSize);
+}
+}

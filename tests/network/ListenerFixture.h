@@ -1,0 +1,126 @@
+// A port listener, a handler that notes what it is asked, and real clients.
+#pragma once
+
+#include "NativeSockets.h"
+#include "ZevrinUtils/PortListener.h"
+#include "platform/Memory.h"
+#include "platform/Sockets.h"
+#include "platform/Threads.h"
+#include "support/Substitution.h"
+#include "support/WaitUntil.h"
+
+#include <functional>
+#include <mutex>
+#include <string>
+
+#include <gmock/gmock.h>
+
+// Opens what is protected.
+class TestListener : public CSPortListener
+{
+public:
+    using CSPortListener::ListenerThreadFunc;
+    using CSPortListener::m_oListeners;
+    using CSPortListener::ReceiveMsg;
+    using CSPortListener::StopListener;
+};
+
+inline sockaddr_in Loopback(unsigned short nPort)
+{
+    sockaddr_in oAddress{};
+    oAddress.sin_family = AF_INET;
+    oAddress.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    oAddress.sin_port = htons(nPort);
+    return oAddress;
+}
+
+// A port that nobody listens on.
+inline unsigned short FreePort()
+{
+    WSADATA oData{};
+    EXPECT_EQ(Sockets().WSAStartup(0x0202, &oData), 0);   // the test's own, for its clients
+    const NativeSocket nSocket = ::socket(AF_INET, SOCK_STREAM, 0);
+    sockaddr_in oAddress = Loopback(0);
+    socklen_t nLength = sizeof oAddress;
+    ::bind(nSocket, reinterpret_cast<sockaddr*>(&oAddress), nLength);
+    ::getsockname(nSocket, reinterpret_cast<sockaddr*>(&oAddress), &nLength);
+    CloseNative(nSocket);
+    return ntohs(oAddress.sin_port);
+}
+
+class Client
+{
+public:
+    explicit Client(unsigned short nPort) : m_nSocket(::socket(AF_INET, SOCK_STREAM, 0))
+    {
+        const sockaddr_in oAddress = Loopback(nPort);
+        EXPECT_EQ(::connect(m_nSocket, reinterpret_cast<const sockaddr*>(&oAddress), sizeof oAddress), 0);
+    }
+    ~Client() { CloseNative(m_nSocket); }
+    Client(const Client&) = delete;
+    Client& operator=(const Client&) = delete;
+
+    void Send(const std::string& strText) { ::send(m_nSocket, strText.data(), static_cast<int>(strText.size()), 0); }
+    void EndSending() { ::shutdown(m_nSocket, nShutdownSend); }
+
+    // The next close sends a reset.
+    void Reset()
+    {
+        const linger oLinger{1, 0};
+        ::setsockopt(m_nSocket, SOL_SOCKET, SO_LINGER, reinterpret_cast<const char*>(&oLinger), sizeof oLinger);
+    }
+
+    // All that comes until the listener closes.
+    std::string Receive()
+    {
+        std::string strText;
+        char achPiece[4096];
+        for (;;)
+        {
+            const auto nRead = ::recv(m_nSocket, achPiece, sizeof achPiece, 0);
+            if (nRead <= 0)
+                return strText;
+            strText.append(achPiece, static_cast<std::size_t>(nRead));
+        }
+    }
+
+private:
+    const NativeSocket m_nSocket;
+};
+
+class ListenerTest : public testing::Test
+{
+protected:
+    ListenerTest() { m_oListener.SetContext(this); }
+
+    static unsigned long Handle(unsigned short nPort, const char* pszRequest, ZVString& oReply, void* pTest)
+    {
+        auto& oThis = *static_cast<ListenerTest*>(pTest);
+        {
+            const std::lock_guard oHold(oThis.m_oLock);
+            oThis.m_oRequests.push_back(std::to_string(nPort - oThis.m_nPort) + ':' + pszRequest);
+        }
+        oThis.m_answer(pszRequest, oReply);
+        return 500;   // of no consequence
+    }
+
+    // The requests so far, each with its port as a distance from the first.
+    std::vector<std::string> Requests()
+    {
+        const std::lock_guard oHold(m_oLock);
+        return m_oRequests;
+    }
+
+    std::string Fetch(const std::string& strRequest)
+    {
+        Client oClient(m_nPort);
+        oClient.Send(strRequest);
+        return oClient.Receive();
+    }
+
+    std::mutex m_oLock;
+    std::vector<std::string> m_oRequests;
+    std::function<void(const char*, ZVString&)> m_answer = [](const char* psz, ZVString& o) { o.Assign(psz); };
+    const unsigned short m_nPort = FreePort();
+    TestListener m_oListener;
+};

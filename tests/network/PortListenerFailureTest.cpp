@@ -1,0 +1,161 @@
+// What the listener makes of platform calls that fail, and of reads as they can come.
+#include "ListenerFixture.h"
+
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <cstdlib>
+#include <thread>
+
+using testing::IsEmpty;
+
+namespace
+{
+const auto& s_oNative = PlatformService<SocketCalls>::s_oNative;
+int s_nFailing;   // the call that fails: the place in the order of a start
+int s_nOpen;      // sockets
+int s_nStarted;   // socket layer
+
+// Counts what is opened and closed, and fails one call of a start.
+void FailOneCall(SocketCalls& oCalls)
+{
+    oCalls.WSAStartup = [](WORD nVersion, LPWSADATA pData) WINAPI {
+        const int nResult = s_oNative.WSAStartup(nVersion, pData);
+        pData->wVersion = s_nFailing == 1 ? WORD{0x0202} : nVersion;
+        s_nStarted += s_nFailing != 0;
+        return s_nFailing == 0 ? 10091 : nResult;
+    };
+    oCalls.WSACleanup = []() WINAPI { return --s_nStarted, s_oNative.WSACleanup(); };
+    oCalls.socket = [](int nFamily, int nType, int nProtocol) WINAPI {
+        EXPECT_EQ((std::array{nFamily, nType, nProtocol}), (std::array{2, 1, 6}));
+        return s_nFailing == 2 ? INVALID_SOCKET : (++s_nOpen, s_oNative.socket(nFamily, nType, nProtocol));
+    };
+    oCalls.bind = [](SOCKET hSocket, const sockaddr* pAddress, int nLength)
+                      WINAPI { return s_nFailing == 3 ? -1 : s_oNative.bind(hSocket, pAddress, nLength); };
+    oCalls.listen = [](SOCKET hSocket, int nBacklog) WINAPI {
+        EXPECT_EQ(nBacklog, 0x7fffffff);
+        return s_nFailing == 4 ? -1 : s_oNative.listen(hSocket, nBacklog);
+    };
+    oCalls.closesocket = [](SOCKET hSocket) WINAPI { return --s_nOpen, s_oNative.closesocket(hSocket); };
+}
+}
+
+TEST_F(ListenerTest, AStartThatFailsLeavesNothingBehind)
+{
+    s_nOpen = s_nStarted = 0;
+    {
+        const Substitution<SocketCalls> oSockets(FailOneCall);
+        const Substitution<ThreadCalls> oThreads([](ThreadCalls& oCalls) {
+            oCalls.CreateThread = [](LPSECURITY_ATTRIBUTES, SIZE_T, LPTHREAD_START_ROUTINE, LPVOID, DWORD, LPDWORD)
+                                      WINAPI -> HANDLE { return nullptr; };
+        });
+        for (s_nFailing = 0; s_nFailing <= 5; ++s_nFailing)   // 5: the thread
+        {
+            EXPECT_EQ(m_oListener.Start(m_nPort, &Handle), 0) << s_nFailing;
+            EXPECT_EQ(s_nOpen, 0) << s_nFailing;
+            EXPECT_EQ(s_nStarted, s_nFailing >= 2) << s_nFailing;   // once for the object
+        }
+        EXPECT_THAT(m_oListener.m_oListeners, IsEmpty());
+    }
+    ASSERT_EQ(m_oListener.Start(m_nPort, &Handle), 1);
+    EXPECT_EQ(Fetch("works"), "works");
+}
+
+namespace
+{
+std::vector<int> s_anReads;   // what recv is to answer, last first
+char s_achBuffer[1 + 0x40000];
+
+void ServeReads(SocketCalls& oCalls)
+{
+    oCalls.recv = [](SOCKET, char* pBuffer, int nMost, int) WINAPI {
+        EXPECT_EQ(nMost, 0x3ffff);
+        const int nRead = s_anReads.back();
+        s_anReads.pop_back();
+        std::fill_n(pBuffer, std::max(nRead, 0), 'x');
+        return nRead;
+    };
+}
+}
+
+TEST_F(ListenerTest, OnlyAReadThatDoesNotFillTheBufferEndsARequest)
+{
+    const Substitution<SocketCalls> oReads(ServeReads);
+    const Substitution<MemoryCalls> oMemory([](MemoryCalls& oCalls) {
+        oCalls.malloc = [](std::size_t nSize) -> void* { return nSize == 0x40000 ? s_achBuffer + 1 : nullptr; };
+    });
+    constexpr int nFull = 0x3ffff;
+    const std::pair<std::vector<int>, int> aoCases[] = {
+        {{5}, 5},
+        {{0}, 0},
+        {{-1}, 0},
+        {{0, nFull}, nFull},
+        {{7, nFull, nFull}, 2 * nFull + 7},
+        {{-1, nFull}, 2 * nFull},   // what the full read left is taken once more
+    };
+    s_achBuffer[0] = 'g';
+    for (const auto& [anReads, nExpected] : aoCases)
+    {
+        s_anReads = anReads;
+        ZVString oMessage(nullptr);
+        EXPECT_EQ(TestListener::ReceiveMsg(0, oMessage), 1);
+        EXPECT_EQ(oMessage.GetString(), std::string(static_cast<std::size_t>(nExpected), 'x'));
+        EXPECT_THAT(s_anReads, IsEmpty());
+    }
+    EXPECT_EQ(s_achBuffer[0], 'g');   // a failed read writes nothing in front of the buffer
+}
+
+TEST_F(ListenerTest, WantOfMemoryClosesTheConnectionAndTheListenerGoesOn)
+{
+    static std::atomic<int> s_nWanting;   // how many more answers of malloc are null
+    {
+        const Substitution<MemoryCalls> oMemory([](MemoryCalls& oCalls) {
+            oCalls.malloc = [](std::size_t nSize) { return s_nWanting-- > 0 ? nullptr : std::malloc(nSize); };
+        });
+        ASSERT_EQ(m_oListener.Start(m_nPort, &Handle), 1);
+        s_nWanting = 1;
+        EXPECT_EQ(Fetch("lost"), "");
+        EXPECT_EQ(Fetch("answered"), "answered");
+        m_oListener.Stop();
+    }
+    EXPECT_THAT(Requests(), testing::ElementsAre("0:answered"));
+    EXPECT_EQ(TestListener::ListenerThreadFunc(nullptr), 0u);
+    CSListenerRecord oClosed{m_nPort, ~0u, nullptr, nullptr};
+    EXPECT_EQ(TestListener::ListenerThreadFunc(&oClosed), 1u);
+    oClosed.m_hSocket = 12345678;   // no socket
+    EXPECT_EQ(TestListener::ListenerThreadFunc(&oClosed), 0u);
+}
+
+// A thread that does not end in time is ended by force where there is such a thing, and left behind otherwise: it
+// must then do no harm, whatever comes.
+TEST_F(ListenerTest, AThreadThatDoesNotEndInTimeIsGivenUpAndCallsNoHandler)
+{
+    static std::atomic<bool> s_bEnded;
+    ASSERT_EQ(m_oListener.Start(m_nPort, &Handle), 1);
+    auto pSilent = std::make_unique<Client>(m_nPort);
+    std::this_thread::sleep_for(std::chrono::milliseconds(200));   // until it is served
+    {
+        const Substitution<ThreadCalls> oFake([](ThreadCalls& oCalls) {
+            oCalls.WaitForSingleObject = [](HANDLE, DWORD nLimit) WINAPI {
+                EXPECT_EQ(nLimit, 20000u);
+                return DWORD{WAIT_TIMEOUT};
+            };
+            oCalls.TerminateThread = [](HANDLE hThread, DWORD nCode) WINAPI {
+                const BOOL bEnded = PlatformService<ThreadCalls>::s_oNative.TerminateThread(hThread, nCode);
+                s_bEnded = bEnded != FALSE;
+                return bEnded;
+            };
+        });
+        EXPECT_EQ(m_oListener.StopListener(0), 0);
+    }
+    EXPECT_THAT(m_oListener.m_oListeners, IsEmpty());
+    ASSERT_EQ(m_oListener.Start(m_nPort, &Handle), 1);   // the port is free
+    EXPECT_EQ(Fetch("new"), "new");
+    pSilent->Send("late");
+    if (!s_bEnded)
+    {
+        EXPECT_EQ(pSilent->Receive(), "");   // closed by the thread, which then ends
+    }
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    EXPECT_THAT(Requests(), testing::ElementsAre("0:new"));
+}

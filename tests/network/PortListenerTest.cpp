@@ -1,0 +1,143 @@
+#include "ListenerFixture.h"
+
+#include <atomic>
+#include <thread>
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace
+{
+const std::string strHeaderOf5 = "HTTP/1.0 200 OK\r\nServer: Zevrin Meridor 3.0\r\nPragma: no-cache\r\n"
+                                 "Content-type: text/xml\r\nContent-length: 5\r\n\r\n";
+}
+
+TEST_F(ListenerTest, SendsTheReplyBareOrBehindTheHeaderAsItIsSwitched)
+{
+    ASSERT_EQ(m_oListener.Start(m_nPort, &Handle), 1);
+    EXPECT_EQ(Fetch("hello"), "hello");
+    CSPortListener().UseHeader(1);   // class-wide
+    EXPECT_EQ(Fetch("hello"), strHeaderOf5 + "hello");
+    EXPECT_EQ(Fetch("12345" + std::string(1, '\0') + "678"),
+              strHeaderOf5 + "12345");   // the request ends at its zero byte
+    m_answer = [](const char*, ZVString& oReply) {
+        oReply.Alloc(9);
+        std::memcpy(oReply.GetBuffer(), "abcde\0fgh", 9);
+    };
+    EXPECT_EQ(Fetch("x"), strHeaderOf5 + "abcde");   // and so does the reply
+    m_answer = [](const char*, ZVString&) {};
+    EXPECT_EQ(Fetch("x"), "");   // not even the header
+    m_answer = [this](const char* pszRequest, ZVString& oReply) {
+        m_oListener.UseHeader(0);
+        oReply.Assign(pszRequest);
+    };
+    EXPECT_EQ(Fetch("hello"), "hello");
+    m_answer = [](const char*, ZVString& oReply) { oReply.Assign(std::string(3000000, 'r').c_str()); };
+    EXPECT_EQ(Fetch("x").size(), 3000000u);
+}
+
+TEST_F(ListenerTest, TakesWhatOneReadBringsWhateverTheClientDoes)
+{
+    ASSERT_EQ(m_oListener.Start(m_nPort, &Handle), 1);
+    {
+        Client oSplit(m_nPort);
+        oSplit.Send("one");
+        EXPECT_TRUE(WaitUntil([&] { return Requests().size() == 1; }));
+        oSplit.Send("two");
+    }
+    {
+        Client oClosing(m_nPort);
+    }
+    EXPECT_TRUE(WaitUntil([&] { return Requests().size() == 2; }));
+    std::atomic<bool> bReset = false;
+    m_answer = [&](const char*, ZVString& oReply) {
+        EXPECT_TRUE(WaitUntil([&] { return bReset.load(); }));
+        oReply.Assign(std::string(100000, 'r').c_str());   // to a peer that is gone
+    };
+    {
+        Client oResetting(m_nPort);
+        oResetting.Send("three");
+        EXPECT_TRUE(WaitUntil([&] { return Requests().size() == 3; }));
+        oResetting.Reset();
+    }
+    bReset = true;
+    EXPECT_EQ(Fetch("four").size(), 100000u);
+    EXPECT_THAT(Requests(), ElementsAre("0:one", "0:", "0:three", "0:four"));
+}
+
+TEST_F(ListenerTest, ServesTwoPortsAtOnceAndOpensAStoppedOneAgain)
+{
+    const auto nOther = static_cast<unsigned short>(m_nPort + 1);
+    std::atomic<int> nInside = 0;
+    m_answer = [&](const char* pszRequest, ZVString& oReply) {
+        ++nInside;
+        EXPECT_TRUE(WaitUntil([&] { return nInside >= 2; }));   // both handlers at the same time
+        oReply.Assign(pszRequest);
+    };
+    ASSERT_EQ(m_oListener.Start(m_nPort, &Handle), 1);
+    ASSERT_EQ(m_oListener.Start(nOther, &Handle), 1);
+    EXPECT_EQ(m_oListener.Start(m_nPort, &Handle), 0);   // in use, by this very object
+    {
+        Client oFirst(m_nPort);
+        Client oSecond(nOther);
+        oFirst.Send("first");
+        oSecond.Send("second");
+        EXPECT_EQ(oSecond.Receive(), "second");
+        EXPECT_EQ(oFirst.Receive(), "first");
+    }
+    EXPECT_EQ(m_oListener.Stop(nOther), 1);
+    EXPECT_EQ(m_oListener.Stop(nOther), 1);   // also when there is none
+    EXPECT_EQ(m_oListener.m_oListeners.size(), 1u);
+    EXPECT_EQ(Fetch("still there"), "still there");
+    ASSERT_EQ(m_oListener.Start(nOther, &Handle), 1);
+    EXPECT_EQ(m_oListener.Stop(), 1);
+    EXPECT_THAT(m_oListener.m_oListeners, IsEmpty());
+}
+
+TEST_F(ListenerTest, StopEndsAnIdleThreadWithOneAndAServingOneWithNoughtAndItsReply)
+{
+    ASSERT_EQ(m_oListener.Start(m_nPort, &Handle), 1);
+    EXPECT_EQ(m_oListener.StopListener(1), 0);
+    EXPECT_EQ(m_oListener.StopListener(-1), 0);
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));   // until the thread waits in accept
+    EXPECT_EQ(m_oListener.StopListener(0), 1);
+
+    ASSERT_EQ(m_oListener.Start(m_nPort, &Handle), 1);
+    m_answer = [&](const char*, ZVString& oReply) {
+        EXPECT_TRUE(WaitUntil([&] { return m_oListener.m_oListeners[0]->m_hSocket == ~0u; }));
+        oReply.Assign("served to its end");
+    };
+    Client oClient(m_nPort);
+    oClient.Send("x");
+    EXPECT_TRUE(WaitUntil([&] { return Requests().size() == 1; }));
+    EXPECT_EQ(m_oListener.StopListener(0), 0);
+    EXPECT_EQ(oClient.Receive(), "served to its end");
+}
+
+TEST_F(ListenerTest, StopOfASilentClientTakesTwentySecondsAndNoMore)
+{
+    ASSERT_EQ(m_oListener.Start(m_nPort, &Handle), 1);
+    Client oSilent(m_nPort);
+    std::this_thread::sleep_for(std::chrono::milliseconds(200));
+    const auto nStart = std::chrono::steady_clock::now();
+    EXPECT_EQ(m_oListener.Stop(), 1);
+    const auto nTook = std::chrono::steady_clock::now() - nStart;
+    EXPECT_GE(nTook, std::chrono::milliseconds(19900));
+    EXPECT_LT(nTook, std::chrono::seconds(30));
+}
+
+TEST(ZVString, OwnsItsBuffer)
+{
+    ZVString oText(nullptr);
+    EXPECT_EQ(oText.GetString(), nullptr);
+    oText.Assign("a text");
+    oText.Assign(oText.GetString() + 2);   // from the buffer that it replaces
+    EXPECT_STREQ(oText.GetString(), "text");
+    char* const pszOwn = oText.Detach();
+    EXPECT_EQ(oText.GetString(), nullptr);
+    oText.Attach(pszOwn);
+    oText.Attach(pszOwn);
+    EXPECT_STREQ(oText.GetBuffer(), "text");
+    oText.Alloc(3);
+    EXPECT_EQ(std::string(oText.GetString(), 3), std::string(3, '\0'));
+}

@@ -1,0 +1,14 @@
+// The system's sockets, for clients in tests.
+#pragma once
+
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+using NativeSocket = int;
+inline constexpr int nShutdownSend = SHUT_WR;
+
+inline int CloseNative(NativeSocket nSocket)
+{
+    return close(nSocket);
+}
