@@ -19,4 +19,5 @@ enum eExitStatus
 using Action = std::function<int()>;
 
 // Each adds its command, which sets the action when it is chosen.
+void AddListen(CLI::App& oApp, Action& action);
 void AddResolve(CLI::App& oApp, Action& action);

@@ -10,6 +10,7 @@ int Run(int nArguments, char** ppArguments)
     CLI::App oApp{"Calls the ZevrinUtils library from the command line.", "zvu"};
     oApp.require_subcommand(1);
     Action action;
+    AddListen(oApp, action);
     AddResolve(oApp, action);
     try
     {

@@ -1,6 +1,7 @@
 // Hosts are compiled against these layouts: sizes, offsets and slots of the 32-bit build.
 #include "ZevrinUtils/CritSection.h"
 #include "ZevrinUtils/DNSResolver.h"
+#include "ZevrinUtils/PortListener.h"
 
 #include <cstddef>
 #include <cstring>
@@ -28,6 +29,17 @@ struct CSDNSResolverPeer
     static_assert(!bWindows32 || offsetof(R, m_oResultsMap) == 68);
     static_assert(!bWindows32 || offsetof(R, m_oResolutionQueue) == 92);
     static_assert(!bWindows32 || sizeof(R) == 104);
+};
+
+struct CSPortListenerPeer
+{
+    using L = CSPortListener;
+    static_assert(!bWindows32 || offsetof(L, m_bWinsockStarted) == 4);
+    static_assert(!bWindows32 || offsetof(L, m_oListeners) == 8);
+    static_assert(!bWindows32 || (sizeof(L) == 20 && sizeof(ZVString) == 8));
+    using R = CSListenerRecord;
+    static_assert(!bWindows32 || (offsetof(R, m_hSocket) == 4 && offsetof(R, m_pfnHandler) == 8));
+    static_assert(!bWindows32 || (offsetof(R, m_hThread) == 12 && sizeof(R) == 16));
 };
 
 namespace

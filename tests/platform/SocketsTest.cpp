@@ -1,6 +1,8 @@
 // The contract of the socket layer and of the reverse lookup, the same on every target.
 #include "platform/Sockets.h"
 
+#include <chrono>
+#include <cstring>
 #include <string>
 #include <thread>
 
@@ -42,4 +44,34 @@ TEST(SocketLayer, TakesDottedTextAndLooksUpItsName)
     EXPECT_EQ(Lookup("127.0.0.1", 3), nullptr);
     EXPECT_EQ(Sockets().gethostbyaddr(nullptr, 4, AF_INET), nullptr);
     EXPECT_EQ(Sockets().WSACleanup(), 0);
+}
+
+TEST(ListeningSockets, WakeTheirWaiterWhenClosedAndFreeTheirPort)
+{
+    WSADATA oData{};
+    ASSERT_EQ(Sockets().WSAStartup(0x0101, &oData), 0);
+    sockaddr_in oAddress{};
+    oAddress.sin_family = AF_INET;
+    const unsigned char anPort[] = {0x5a, 0xa5};   // one that the system does not give out by itself
+    std::memcpy(&oAddress.sin_port, anPort, sizeof anPort);
+    const auto listenThere = [&] {
+        const SOCKET hSocket = Sockets().socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
+        EXPECT_NE(hSocket, INVALID_SOCKET);
+        const bool bOpen =
+            Sockets().bind(hSocket, reinterpret_cast<const sockaddr*>(&oAddress), sizeof oAddress) == 0 &&
+            Sockets().listen(hSocket, 0x7fffffff) == 0;
+        return bOpen ? hSocket : (Sockets().closesocket(hSocket), INVALID_SOCKET);
+    };
+    for (int n = 0; n < 3; ++n)
+    {
+        const SOCKET hListening = listenThere();
+        ASSERT_NE(hListening, INVALID_SOCKET);
+        EXPECT_EQ(listenThere(), INVALID_SOCKET);
+        std::thread oWaiter([&] { EXPECT_EQ(Sockets().accept(hListening, nullptr, nullptr), INVALID_SOCKET); });
+        std::this_thread::sleep_for(std::chrono::milliseconds(30));
+        EXPECT_EQ(Sockets().closesocket(hListening), 0);
+        oWaiter.join();
+        EXPECT_EQ(Sockets().closesocket(hListening), SOCKET_ERROR);
+        EXPECT_EQ(Sockets().accept(hListening, nullptr, nullptr), INVALID_SOCKET);
+    }
 }

@@ -95,6 +95,9 @@ TEST(ThreadHandles, AreSetWhenTheThreadEndsAndMayBeClosedBefore)
     for (HANDLE& hThread : ahThreads)
         ASSERT_NE(hThread = Threads().CreateThread(nullptr, 0, &EndWhenTold, &ahEvents, 0, nullptr), nullptr);
     EXPECT_EQ(Ask(ahThreads[0]), WAIT_TIMEOUT);
+    DWORD nExitCode = 0;
+    EXPECT_TRUE(Threads().GetExitCodeThread(ahThreads[0], &nExitCode));
+    EXPECT_EQ(nExitCode, DWORD{STILL_ACTIVE});
     EXPECT_FALSE(Threads().SetEvent(ahThreads[0]));   // a thread is no event
     EXPECT_TRUE(Handles().CloseHandle(ahThreads[1]));
     EXPECT_EQ(Threads().WaitForSingleObject(ahThreads[1], INFINITE), WAIT_FAILED);
@@ -102,6 +105,9 @@ TEST(ThreadHandles, AreSetWhenTheThreadEndsAndMayBeClosedBefore)
     Threads().SetEvent(ahEvents[0]);
     EXPECT_EQ(Threads().WaitForSingleObject(ahThreads[0], INFINITE), WAIT_OBJECT_0);
     EXPECT_EQ(Ask(ahThreads[0]), WAIT_OBJECT_0);
+    EXPECT_TRUE(Threads().GetExitCodeThread(ahThreads[0], &nExitCode));
+    EXPECT_EQ(nExitCode, 7u);
+    EXPECT_FALSE(Threads().GetExitCodeThread(ahThreads[1], &nExitCode));
     EXPECT_EQ(Threads().WaitForSingleObject(ahEvents[1], INFINITE), WAIT_OBJECT_0);
 }
 
