@@ -1,0 +1,68 @@
+// Very many requests on one port: nothing may grow but what is promised to grow, a read buffer for each.
+//     listener_soak REQUESTS
+#include "Loopback.h"
+
+#include "ZevrinUtils/PortListener.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <iostream>
+#include <iterator>
+
+#include <malloc.h>
+
+namespace
+{
+constexpr unsigned short nPort = 23873;
+constexpr long nReadBuffer = 0x40000;
+
+struct Usage
+{
+    long nDescriptors = Count("/proc/self/fd");
+    long nThreads = Count("/proc/self/task");
+    long nBytes = Allocated();
+
+    static long Count(const char* pszFolder)
+    {
+        return static_cast<long>(std::distance(std::filesystem::directory_iterator(pszFolder), {}));
+    }
+    static long Allocated()
+    {
+        const auto oInfo = mallinfo2();
+        return static_cast<long>(oInfo.uordblks + oInfo.hblkhd);
+    }
+};
+
+unsigned long Reply(unsigned short, const char*, ZVString& oReply, void*)
+{
+    oReply.Assign("reply");
+    return 0;
+}
+
+bool Within(const char* pszWhat, long nGrown, long nLeast, long nMost)
+{
+    std::cout << pszWhat << ": grown by " << nGrown << ", allowed " << nLeast << " to " << nMost << '\n';
+    return nGrown >= nLeast && nGrown <= nMost;
+}
+}
+
+int main(int nArguments, char** ppArguments)
+{
+    const int nRequests = nArguments > 1 ? std::atoi(ppArguments[1]) : 100000;
+    CSPortListener oListener;
+    if (!oListener.Start(nPort, &Reply) || MeasureRequests(nPort, 4, 100, "reply") == 0)
+        return 1;
+    const Usage oBefore;
+    if (MeasureRequests(nPort, 4, nRequests, "reply") == 0)
+        return 1;
+    const Usage oAfter;
+
+    // A large block is a mapping of its own, rounded up to whole pages.
+    const long nLeast = nRequests * nReadBuffer;
+    const long nMost = nRequests * (nReadBuffer + 2 * 4096) + (1 << 20);
+    const bool bWell = Within("descriptors", oAfter.nDescriptors - oBefore.nDescriptors, 0, 0) &
+                       Within("threads", oAfter.nThreads - oBefore.nThreads, 0, 0) &
+                       Within("bytes", oAfter.nBytes - oBefore.nBytes, nLeast, nMost);
+    oListener.Stop();
+    return bWell ? 0 : 1;
+}
