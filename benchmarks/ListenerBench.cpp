@@ -6,8 +6,10 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <functional>
 #include <iostream>
+
+#include <sys/socket.h>
+#include <unistd.h>
 
 namespace
 {
@@ -45,17 +47,45 @@ void Compare(RatioTable& oTable, const std::string& strCase, unsigned short nPee
     oTable.Add(strCase, "library", median(oLibrary));
     oTable.Add(strCase, "peer", median(oPeer));
 }
+
+// Both servers, in a process of their own as real ones are: in that of the clients they would share one address
+// space with them. Ends when the pipe's other end is closed.
+[[noreturn]] void ServeUntilClosed(int nPipe)
+{
+    CSPortListener oListener;
+    const char chStarted = oListener.Start(nLibraryPort, &Reply) ? 'y' : 'n';
+    StartBareServer(nBarePort, szReply);
+    char chEnd = 0;
+    if (write(nPipe, &chStarted, 1) == 1)
+        static_cast<void>(read(nPipe, &chEnd, 1));
+    _exit(0);
+}
+
+// The measuring side's end of the pipe; -1 if the port cannot be opened.
+int StartServers()
+{
+    int anPipe[2];
+    if (socketpair(AF_UNIX, SOCK_STREAM, 0, anPipe) != 0)
+        return -1;
+    if (fork() == 0)
+    {
+        close(anPipe[0]);
+        ServeUntilClosed(anPipe[1]);
+    }
+    close(anPipe[1]);
+    char chStarted = 0;
+    return read(anPipe[0], &chStarted, 1) == 1 && chStarted == 'y' ? anPipe[0] : -1;
+}
 }
 
 int main(int nArguments, char** ppArguments)
 {
-    CSPortListener oListener;
-    if (!oListener.Start(nLibraryPort, &Reply))
+    const int nPipe = StartServers();
+    if (nPipe < 0)
     {
         std::cerr << "bench_listener: port " << nLibraryPort << " cannot be opened\n";
         return 1;
     }
-    StartBareServer(nBarePort, szReply);
 
     RatioTable oTable;
     for (const int nClients : {1, 16})
@@ -68,5 +98,5 @@ int main(int nArguments, char** ppArguments)
                     static_cast<unsigned short>(std::atoi(ppArguments[1])), nClients);
     }
     oTable.Print();
-    oListener.Stop();
+    close(nPipe);
 }

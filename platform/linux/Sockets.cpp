@@ -3,6 +3,7 @@
 #include "Failure.h"
 #include "platform/Immortal.h"
 
+#include <atomic>
 #include <cerrno>
 #include <map>
 #include <memory>
@@ -64,8 +65,18 @@ public:
 
     int Descriptor() const noexcept { return m_nDescriptor; }
 
+    void SetListening() noexcept { m_bListening = true; }
+
+    // Wakes a thread that waits in accept; a close alone would not.
+    void WakeListener() const noexcept
+    {
+        if (m_bListening)
+            ::shutdown(m_nDescriptor, SHUT_RDWR);
+    }
+
 private:
     const int m_nDescriptor;
+    std::atomic<bool> m_bListening = false;
 };
 
 // The sockets by the numbers that callers know, which go round through all 32 bits before one comes again.
@@ -173,7 +184,10 @@ int win32::bind(SOCKET hSocket, const sockaddr* pAddress, int nLength)
 
 int win32::listen(SOCKET hSocket, int nBacklog)
 {
-    return OnSocket(hSocket, [&](int nDescriptor) { return ::listen(nDescriptor, nBacklog); });
+    const int nResult = OnSocket(hSocket, [&](int nDescriptor) { return ::listen(nDescriptor, nBacklog); });
+    if (const auto pSocket = Sockets().Find(hSocket); pSocket && nResult == 0)
+        pSocket->SetListening();
+    return nResult;
 }
 
 SOCKET win32::accept(SOCKET hSocket, sockaddr* pAddress, int* pnLength)
@@ -205,10 +219,6 @@ int win32::closesocket(SOCKET hSocket)
     const auto pSocket = Sockets().Remove(hSocket);
     if (!pSocket)
         return Fail(WSAENOTSOCK, SOCKET_ERROR);
-    // Wakes a thread that waits in accept; a close alone would not.
-    int bListening = 0;
-    socklen_t nLength = sizeof bListening;
-    if (getsockopt(pSocket->Descriptor(), SOL_SOCKET, SO_ACCEPTCONN, &bListening, &nLength) == 0 && bListening)
-        ::shutdown(pSocket->Descriptor(), SHUT_RDWR);
+    pSocket->WakeListener();
     return 0;
 }

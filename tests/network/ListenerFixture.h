@@ -96,11 +96,12 @@ protected:
     static unsigned long Handle(unsigned short nPort, const char* pszRequest, ZVString& oReply, void* pTest)
     {
         auto& oThis = *static_cast<ListenerTest*>(pTest);
-        {
+        const auto answer = [&] {
             const std::lock_guard oHold(oThis.m_oLock);
             oThis.m_oRequests.push_back(std::to_string(nPort - oThis.m_nPort) + ':' + pszRequest);
-        }
-        oThis.m_answer(pszRequest, oReply);
+            return oThis.m_answer;
+        }();
+        answer(pszRequest, oReply);
         return 500;   // of no consequence
     }
 
@@ -109,6 +110,13 @@ protected:
     {
         const std::lock_guard oHold(m_oLock);
         return m_oRequests;
+    }
+
+    // What the handler does from the next request on.
+    void Answer(std::function<void(const char*, ZVString&)> answer)
+    {
+        const std::lock_guard oHold(m_oLock);
+        m_answer = std::move(answer);
     }
 
     std::string Fetch(const std::string& strRequest)

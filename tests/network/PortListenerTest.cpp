@@ -20,19 +20,19 @@ TEST_F(ListenerTest, SendsTheReplyBareOrBehindTheHeaderAsItIsSwitched)
     EXPECT_EQ(Fetch("hello"), strHeaderOf5 + "hello");
     EXPECT_EQ(Fetch("12345" + std::string(1, '\0') + "678"),
               strHeaderOf5 + "12345");   // the request ends at its zero byte
-    m_answer = [](const char*, ZVString& oReply) {
+    Answer([](const char*, ZVString& oReply) {
         oReply.Alloc(9);
         std::memcpy(oReply.GetBuffer(), "abcde\0fgh", 9);
-    };
+    });
     EXPECT_EQ(Fetch("x"), strHeaderOf5 + "abcde");   // and so does the reply
-    m_answer = [](const char*, ZVString&) {};
+    Answer([](const char*, ZVString&) {});
     EXPECT_EQ(Fetch("x"), "");   // not even the header
-    m_answer = [this](const char* pszRequest, ZVString& oReply) {
+    Answer([this](const char* pszRequest, ZVString& oReply) {
         m_oListener.UseHeader(0);
         oReply.Assign(pszRequest);
-    };
+    });
     EXPECT_EQ(Fetch("hello"), "hello");
-    m_answer = [](const char*, ZVString& oReply) { oReply.Assign(std::string(3000000, 'r').c_str()); };
+    Answer([](const char*, ZVString& oReply) { oReply.Assign(std::string(3000000, 'r').c_str()); });
     EXPECT_EQ(Fetch("x").size(), 3000000u);
 }
 
@@ -50,10 +50,10 @@ TEST_F(ListenerTest, TakesWhatOneReadBringsWhateverTheClientDoes)
     }
     EXPECT_TRUE(WaitUntil([&] { return Requests().size() == 2; }));
     std::atomic<bool> bReset = false;
-    m_answer = [&](const char*, ZVString& oReply) {
+    Answer([&](const char*, ZVString& oReply) {
         EXPECT_TRUE(WaitUntil([&] { return bReset.load(); }));
         oReply.Assign(std::string(100000, 'r').c_str());   // to a peer that is gone
-    };
+    });
     {
         Client oResetting(m_nPort);
         oResetting.Send("three");
@@ -69,11 +69,11 @@ TEST_F(ListenerTest, ServesTwoPortsAtOnceAndOpensAStoppedOneAgain)
 {
     const auto nOther = static_cast<unsigned short>(m_nPort + 1);
     std::atomic<int> nInside = 0;
-    m_answer = [&](const char* pszRequest, ZVString& oReply) {
+    Answer([&](const char* pszRequest, ZVString& oReply) {
         ++nInside;
         EXPECT_TRUE(WaitUntil([&] { return nInside >= 2; }));   // both handlers at the same time
         oReply.Assign(pszRequest);
-    };
+    });
     ASSERT_EQ(m_oListener.Start(m_nPort, &Handle), 1);
     ASSERT_EQ(m_oListener.Start(nOther, &Handle), 1);
     EXPECT_EQ(m_oListener.Start(m_nPort, &Handle), 0);   // in use, by this very object
@@ -103,10 +103,10 @@ TEST_F(ListenerTest, StopEndsAnIdleThreadWithOneAndAServingOneWithNoughtAndItsRe
     EXPECT_EQ(m_oListener.StopListener(0), 1);
 
     ASSERT_EQ(m_oListener.Start(m_nPort, &Handle), 1);
-    m_answer = [&](const char*, ZVString& oReply) {
-        EXPECT_TRUE(WaitUntil([&] { return m_oListener.m_oListeners[0]->m_hSocket == ~0u; }));
+    Answer([&](const char*, ZVString& oReply) {
+        EXPECT_TRUE(WaitUntil([&] { return std::atomic_ref(m_oListener.m_oListeners[0]->m_hSocket) == ~0u; }));
         oReply.Assign("served to its end");
-    };
+    });
     Client oClient(m_nPort);
     oClient.Send("x");
     EXPECT_TRUE(WaitUntil([&] { return Requests().size() == 1; }));

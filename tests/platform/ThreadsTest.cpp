@@ -90,7 +90,7 @@ TEST(HandleChecks, NullAndClosedOnesFailAtOnce)
 
 TEST(ThreadHandles, AreSetWhenTheThreadEndsAndMayBeClosedBefore)
 {
-    std::array ahEvents{MakeEvent(), MakeEvent()};
+    static std::array ahEvents{MakeEvent(), MakeEvent()};   // outlives the thread that nobody waits for
     HANDLE ahThreads[2];
     for (HANDLE& hThread : ahThreads)
         ASSERT_NE(hThread = Threads().CreateThread(nullptr, 0, &EndWhenTold, &ahEvents, 0, nullptr), nullptr);
