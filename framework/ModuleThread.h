@@ -3,8 +3,8 @@
 
 #include "platform/Threads.h"
 
-// Starts a thread that runs at once, with default security and stack size. Null on failure; the caller
-// closes the handle.
+// Starts a thread that runs at once, with default security and stack size. Null on failure. The
+// handle is the caller's.
 //
 // The module stays loaded from then on until the process ends, whoever frees it: the thread's code lies
 // in it, and a destructor that waits for the thread at unload would wait for ever, because the thread's

@@ -3,7 +3,6 @@
 #include "framework/ModuleThread.h"
 #include "network/ListenerShare.h"
 #include "network/Reply.h"
-#include "platform/Handles.h"
 #include "platform/Memory.h"
 #include "platform/Sockets.h"
 #include "platform/Threads.h"
@@ -19,22 +18,44 @@ namespace
 constexpr WORD nWinsockVersion = 0x0101;
 constexpr int nMostPending = 0x7fffffff;
 constexpr DWORD nStopMilliseconds = 20000;
+constexpr DWORD nForceMilliseconds = 5000;   // for a thread that was ended by force to be gone
 constexpr int nReadBufferSize = 0x40000;
 constexpr int nMostRead = nReadBufferSize - 1;   // leaves room for the terminator
 
 thread_local const ListenerShare* t_pShare = nullptr;   // of the listener that runs on this thread
 
+// Of a stop that gave up waiting, and has returned to a host that expects no handler and no reply any more.
+bool IsLeftBehind() noexcept
+{
+    return t_pShare && t_pShare->IsLeftBehind();
+}
+
 // The words that hosts and stopping threads write while a listener reads them.
 template <class Word>
 Word Read(Word& nWord) noexcept
 {
-    return std::atomic_ref<Word>(nWord).load(std::memory_order_relaxed);
+    return std::atomic_ref<Word>(nWord).load(std::memory_order_acquire);
 }
 
 template <class Word>
 void Write(Word& nWord, Word nValue) noexcept
 {
-    std::atomic_ref<Word>(nWord).store(nValue, std::memory_order_relaxed);
+    std::atomic_ref<Word>(nWord).store(nValue, std::memory_order_release);
+}
+
+// A record and a place for it, so that nothing can fail once its thread runs; null if memory is short.
+ListenerShare* MakeRecord(std::vector<CSListenerRecord*>& oListeners)
+{
+    try
+    {
+        oListeners.push_back(nullptr);
+        oListeners.pop_back();
+        return new ListenerShare;
+    }
+    catch (const std::bad_alloc&)
+    {
+        return nullptr;
+    }
 }
 
 SOCKET OpenPort(unsigned short nPort)
@@ -87,13 +108,11 @@ int CSPortListener::Start(unsigned short nPort, ListenerHandler pfnHandler)
 {
     if (!InitWinsock())
         return 0;
-    m_oListeners.reserve(m_oListeners.size() + 1);   // nothing may fail once the thread runs
     const SOCKET hSocket = OpenPort(nPort);
     if (hSocket == INVALID_SOCKET)
         return 0;
 
-    auto* const pRecord = new (std::nothrow) ListenerShare;
-    if (pRecord)
+    if (auto* const pRecord = MakeRecord(m_oListeners))
     {
         pRecord->m_nPort = nPort;
         pRecord->m_hSocket = static_cast<unsigned int>(hSocket);
@@ -155,7 +174,8 @@ int CSPortListener::StopListener(int nIndex)
     if (Threads().WaitForSingleObject(pRecord->m_hThread, nStopMilliseconds) == WAIT_TIMEOUT)
     {
         nResult = 0;
-        if (Threads().TerminateThread(pRecord->m_hThread, 0))
+        if (Threads().TerminateThread(pRecord->m_hThread, 0) &&
+            Threads().WaitForSingleObject(pRecord->m_hThread, nForceMilliseconds) == WAIT_OBJECT_0)
             pRecord->LetGo(ListenerShare::eThread);
     }
     else
@@ -168,7 +188,9 @@ int CSPortListener::StopListener(int nIndex)
     }
 
     m_oListeners.erase(m_oListeners.begin() + nIndex);
-    pRecord->LetGo(ListenerShare::eObject);   // the thread's handle stays open: a small loss, accepted
+    // The thread's handle stays open: a small loss, accepted. The record is still there, because the object lets
+    // go of it nowhere else. NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDelete)
+    pRecord->LetGo(ListenerShare::eObject);
     return nResult;
 }
 
@@ -186,13 +208,15 @@ DWORD WINAPI CSPortListener::ListenerThreadFunc(void* pArgument)
         const SOCKET hConnection = Sockets().accept(hListening, nullptr, nullptr);
         if (hConnection == INVALID_SOCKET)
             return 0;   // for any reason, and for good
-        // A stop that gave up waiting has returned to its host, which expects no handler any more.
-        if (ReceiveMsg(static_cast<unsigned int>(hConnection), oRequest) && !(t_pShare && t_pShare->IsLeftBehind()))
+        if (!ReceiveMsg(static_cast<unsigned int>(hConnection), oRequest) || IsLeftBehind())
         {
-            ZVString oReply("");
-            pRecord->m_pfnHandler(pRecord->m_nPort, oRequest.GetString(), oReply, Read(m_pContext));
-            SendReply(hConnection, oReply.GetString(), [] { return Read(m_bUseHeader) != 0; });
+            Sockets().closesocket(hConnection);
+            continue;
         }
+        ZVString oReply("");
+        pRecord->m_pfnHandler(pRecord->m_nPort, oRequest.GetString(), oReply, Read(m_pContext));
+        if (!IsLeftBehind())
+            SendReply(hConnection, oReply.GetString(), [] { return Read(m_bUseHeader) != 0; });
         Sockets().closesocket(hConnection);
     }
 }
@@ -203,16 +227,23 @@ int CSPortListener::ReceiveMsg(unsigned int hSocket, ZVString& oMessage)
     if (!pBuffer)
         return 0;
     *pBuffer = 0;
-    std::string strText;
-    int nRead;
-    do
+    try
     {
-        nRead = Sockets().recv(hSocket, pBuffer, nMostRead, 0);
-        // A failure puts no terminator, so what the read before it left is taken once more.
-        if (nRead >= 0)
-            pBuffer[nRead] = 0;
-        strText += pBuffer;
-    } while (nRead == nMostRead);   // the one and only rule for when a request is complete
-    oMessage.Assign(strText.c_str());
-    return 1;
+        std::string strText;
+        int nRead;
+        do
+        {
+            nRead = Sockets().recv(hSocket, pBuffer, nMostRead, 0);
+            // A failure puts no terminator, so what the read before it left is taken once more.
+            if (nRead >= 0)
+                pBuffer[nRead] = 0;
+            strText += pBuffer;
+        } while (nRead == nMostRead);   // the one and only rule for when a request is complete
+        oMessage.Assign(strText.c_str());
+        return 1;
+    }
+    catch (const std::bad_alloc&)
+    {
+        return 0;
+    }
 }

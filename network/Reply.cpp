@@ -8,26 +8,44 @@
 #include <cstring>
 #include <memory>
 
+namespace
+{
+struct Free
+{
+    void operator()(char* p) const noexcept { std::free(p); }
+};
+using Buffer = std::unique_ptr<char, Free>;
+
+// Room for a text, all zero; twice what is needed, as the margin was once settled.
+Buffer MakeBuffer(std::size_t nLength)
+{
+    Buffer pBuffer(static_cast<char*>(Memory().malloc(2 * nLength)));
+    if (pBuffer)
+        std::memset(pBuffer.get(), 0, 2 * nLength);
+    return pBuffer;
+}
+}
+
 void SendReply(SOCKET hConnection, const char* pszReply, bool (*pfnUseHeader)())
 {
     const std::size_t nLength = pszReply ? std::strlen(pszReply) : 0;
     if (nLength == 0)
         return;
 
-    // Twice what is needed, as the margin was once settled.
-    const std::size_t nHeader = pfnUseHeader() ? static_cast<std::size_t>(g_nReplyHeaderLength) : 0;
-    const std::size_t nSize = 2 * (nHeader + nLength);
-    const std::unique_ptr<char, decltype(&std::free)> pBuffer(static_cast<char*>(Memory().malloc(nSize)), &std::free);
+    const std::size_t nWithHeader = static_cast<std::size_t>(g_nReplyHeaderLength) + nLength;
+    const bool bRoomForHeader = pfnUseHeader();
+    Buffer pBuffer = MakeBuffer(bRoomForHeader ? nWithHeader : nLength);
+    std::size_t nHeader = 0;
+    if (pfnUseHeader())
+    {
+        if (!bRoomForHeader)   // turned on just now
+            pBuffer = MakeBuffer(nWithHeader);
+        if (pBuffer)
+            nHeader = static_cast<std::size_t>(
+                std::snprintf(pBuffer.get(), 2 * nWithHeader, g_szReplyHeader, static_cast<int>(nLength)));
+    }
     if (!pBuffer)
         return;
-    std::memset(pBuffer.get(), 0, nSize);
-
-    // A header that was turned on only now goes out if the margin holds it.
-    int nPrinted = 0;
-    if (pfnUseHeader())
-        nPrinted = std::snprintf(pBuffer.get(), nSize, g_szReplyHeader, static_cast<int>(nLength));
-    if (nPrinted < 0 || static_cast<std::size_t>(nPrinted) + nLength >= nSize)
-        nPrinted = 0;
-    std::memcpy(pBuffer.get() + nPrinted, pszReply, nLength);
-    Sockets().send(hConnection, pBuffer.get(), nPrinted + static_cast<int>(nLength), 0);
+    std::memcpy(pBuffer.get() + nHeader, pszReply, nLength);
+    Sockets().send(hConnection, pBuffer.get(), static_cast<int>(nHeader + nLength), 0);
 }

@@ -13,8 +13,7 @@ struct SocketCalls
     // Undoes one WSAStartup.
     PLATFORM_CALL(WSACleanup);
 
-    // A new socket; INVALID_SOCKET on failure. On Linux, too, a number is not given again while anybody could
-    // still use it for the socket that had it.
+    // A new socket; INVALID_SOCKET on failure. On Linux a number comes again only after all others.
     PLATFORM_CALL(socket);
     // Gives it a local address and port. Fails while another listens there, and only then: connections of a
     // closed listener that linger do not count.
@@ -27,7 +26,7 @@ struct SocketCalls
     PLATFORM_CALL(recv);
     // Sends; a peer that is gone is a failure and nothing more.
     PLATFORM_CALL(send);
-    // Closes; what was sent is still delivered.
+    // Closes. What was sent is still delivered, unless bytes that nobody read make it a reset.
     PLATFORM_CALL(closesocket);
 
     // Dotted text to a four-byte address in network order; INADDR_NONE for text that is no address.

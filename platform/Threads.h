@@ -28,8 +28,8 @@ struct ThreadCalls
 
     // The exit code of a thread; STILL_ACTIVE while it runs.
     PLATFORM_CALL(GetExitCodeThread);
-    // Ends a thread by force: on success it executes nothing more, and what it held stays held. Linux has no
-    // such thing and says so (ERROR_NOT_SUPPORTED); the thread then runs on.
+    // Ends a thread by force: on success it executes nothing more once its handle is set, and what it held
+    // stays held. Linux has no such thing and says so (ERROR_NOT_SUPPORTED); the thread then runs on.
     PLATFORM_CALL(TerminateThread);
 
     // Waits for one handle: WAIT_OBJECT_0, WAIT_TIMEOUT, or WAIT_FAILED at once for a null or closed

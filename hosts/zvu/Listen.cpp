@@ -45,7 +45,8 @@ unsigned long Serve(unsigned short, const char* pszRequest, ZVString& oReply, vo
 
 int Listen(const Options& oOptions)
 {
-    Service oService{oOptions, {}};
+    // Not on the stack: a handler that hangs in the output may outlive this call.
+    static Service oService{oOptions, {}};
     CSPortListener oListener;
     oListener.SetContext(&oService);
     oListener.UseHeader(oOptions.bHeader);

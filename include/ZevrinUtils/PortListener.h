@@ -6,7 +6,7 @@
 #include "ZevrinUtils/Types.h"
 
 #include <cstring>
-#include <memory>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -16,7 +16,7 @@ class ZVString
 {
 public:
     /// Copies the text; null leaves the object without a buffer.
-    explicit ZVString(const char* pszText) : m_pszBuffer(nullptr)
+    explicit ZVString(const char* pszText)
     {
         if (pszText)
         {
@@ -52,24 +52,24 @@ public:
             delete[] std::exchange(m_pszBuffer, pszBuffer);
     }
 
-    /// Copies a text, which must not be null; it may lie in the present buffer.
+    /// Copies a text, which must not be null; it may lie in the present buffer. That buffer is freed by Alloc,
+    /// and so by the module that made the object.
     void Assign(const char* pszText)
     {
-        const std::size_t nSize = std::strlen(pszText) + 1;
-        const std::unique_ptr<char[]> pOld(std::exchange(m_pszBuffer, nullptr));
-        Alloc(static_cast<unsigned int>(nSize));
-        std::memcpy(m_pszBuffer, pszText, nSize);
+        const std::string strText(pszText);
+        Alloc(static_cast<unsigned int>(strText.size() + 1));
+        std::memcpy(m_pszBuffer, strText.c_str(), strText.size() + 1);
     }
 
 private:
-    char* m_pszBuffer;
+    char* m_pszBuffer = nullptr;
 };
 
 /// Answers one request. Called on the thread of the listener, one request of a port at a time, for several
 /// ports at once; the result is ignored.
 ///
 /// @param nPort       port of the listener, in host byte order
-/// @param pszRequest  what a single read brought, up to its first zero byte; valid for the call
+/// @param pszRequest  what was received, of each read up to its first zero byte; valid for the call
 /// @param oReply      holds an empty text; what it holds up to its first zero byte afterwards is sent, and
 ///                    nothing at all if that is empty. Assign it, or Alloc and write to GetBuffer
 /// @param pContext    the present value of CSPortListener::SetContext

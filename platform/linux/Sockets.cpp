@@ -83,9 +83,8 @@ private:
 class SocketTable
 {
 public:
-    SOCKET Open(int nDescriptor)
+    SOCKET Open(std::shared_ptr<Socket> pSocket)
     {
-        auto pSocket = std::make_shared<Socket>(nDescriptor);
         const std::lock_guard oHold(m_oLock);
         while (m_nNext == 0 || m_nNext == INVALID_SOCKET || m_oSockets.contains(m_nNext))
             ++m_nNext;
@@ -136,19 +135,22 @@ auto OnSocket(SOCKET hSocket, Call call) -> decltype(call(0))
     }
 }
 
+std::shared_ptr<Socket> Own(int nDescriptor)
+{
+    try
+    {
+        return std::make_shared<Socket>(nDescriptor);
+    }
+    catch (...)
+    {
+        ::close(nDescriptor);
+        throw;
+    }
+}
+
 SOCKET OpenSocket(int nDescriptor)
 {
-    return OrOutOfMemory(INVALID_SOCKET, [&] {
-        try
-        {
-            return Sockets().Open(nDescriptor);
-        }
-        catch (...)
-        {
-            ::close(nDescriptor);
-            throw;
-        }
-    });
+    return OrOutOfMemory(INVALID_SOCKET, [&] { return Sockets().Open(Own(nDescriptor)); });
 }
 }
 

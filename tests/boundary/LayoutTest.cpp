@@ -54,10 +54,16 @@ std::size_t SlotOf(Operation pOperation)
 }
 }
 
-TEST(Layout, LockAndUnlockAreTheFirstTwoSlots)
+TEST(Layout, VirtualOperationsStandInTheirSlots)
 {
     EXPECT_EQ(SlotOf(&CSLockable::Lock), 0u);
     EXPECT_EQ(SlotOf(&CSLockable::Unlock), 1u);
     EXPECT_EQ(SlotOf(&CSCritSection::Lock), 0u);
     EXPECT_EQ(SlotOf(&CSCritSection::Unlock), 1u);
+    // Behind the two places that the destructor takes.
+    EXPECT_EQ(SlotOf(&ZVString::Alloc), 2u);
+    EXPECT_EQ(SlotOf(&ZVString::GetBuffer), 3u);
+    EXPECT_EQ(SlotOf(&ZVString::GetString), 4u);
+    EXPECT_EQ(SlotOf(&ZVString::Detach), 5u);
+    EXPECT_EQ(SlotOf(&ZVString::Attach), 6u);
 }

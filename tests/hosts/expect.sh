@@ -4,7 +4,7 @@ set -uo pipefail
 program=("$@")
 failures=0
 error_file=$(mktemp)
-trap 'rm -f "$error_file"; [ "$failures" = 0 ]' EXIT
+trap 'rm -f "$error_file"; exit $((failures > 0))' EXIT
 
 # expect STATUS OUTPUT ERROR ARGUMENT...: runs the program and compares; ERROR is a part of its message, empty
 # for none at all.

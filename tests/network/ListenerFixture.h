@@ -9,8 +9,11 @@
 #include "support/Substitution.h"
 #include "support/WaitUntil.h"
 
+#include <algorithm>
+#include <atomic>
 #include <functional>
 #include <mutex>
+#include <random>
 #include <string>
 
 #include <gmock/gmock.h>
@@ -34,18 +37,21 @@ inline sockaddr_in Loopback(unsigned short nPort)
     return oAddress;
 }
 
-// A port that nobody listens on.
+// A port that nobody listens on, below those that the system gives out by itself.
 inline unsigned short FreePort()
 {
     WSADATA oData{};
     EXPECT_EQ(Sockets().WSAStartup(0x0202, &oData), 0);   // the test's own, for its clients
-    const NativeSocket nSocket = ::socket(AF_INET, SOCK_STREAM, 0);
-    sockaddr_in oAddress = Loopback(0);
-    socklen_t nLength = sizeof oAddress;
-    ::bind(nSocket, reinterpret_cast<sockaddr*>(&oAddress), nLength);
-    ::getsockname(nSocket, reinterpret_cast<sockaddr*>(&oAddress), &nLength);
-    CloseNative(nSocket);
-    return ntohs(oAddress.sin_port);
+    static auto s_nNext = static_cast<unsigned short>(10000 + std::random_device()() % 20000);
+    for (;;)
+    {
+        const sockaddr_in oAddress = Loopback(++s_nNext);
+        const NativeSocket nSocket = ::socket(AF_INET, SOCK_STREAM, 0);
+        const bool bFree = ::bind(nSocket, reinterpret_cast<const sockaddr*>(&oAddress), sizeof oAddress) == 0;
+        CloseNative(nSocket);
+        if (bFree)
+            return s_nNext;
+    }
 }
 
 class Client
@@ -91,7 +97,32 @@ private:
 class ListenerTest : public testing::Test
 {
 protected:
-    ListenerTest() { m_oListener.SetContext(this); }
+    ListenerTest()
+    {
+        // For the whole process: a thread that is left behind still comes through it.
+        static const auto* const pCounting = new Substitution<SocketCalls>([](SocketCalls& oCalls) {
+            oCalls.accept = [](SOCKET hSocket, sockaddr* pAddress, int* pnLength) WINAPI {
+                ++s_nAccepts;
+                const SOCKET hConnection = s_oNative.accept(hSocket, pAddress, pnLength);
+                return s_bFailAccept ? INVALID_SOCKET : hConnection;
+            };
+            oCalls.recv = [](SOCKET hSocket, char* pBuffer, int nMost, int nFlags) WINAPI {
+                ++s_nReads;
+                int nRead = s_oNative.recv(hSocket, pBuffer, nMost, nFlags);
+                for (int nMore = nRead; s_bFullReads && nMore > 0 && nRead < nMost; nRead += std::max(nMore, 0))
+                    nMore = s_oNative.recv(hSocket, pBuffer + nRead, nMost - nRead, nFlags);
+                return nRead;
+            };
+        });
+        static_cast<void>(pCounting);
+        CSPortListener().SetContext(this);   // class-wide
+    }
+
+    static constexpr const SocketCalls& s_oNative = PlatformService<SocketCalls>::s_oNative;
+    static inline std::atomic<int> s_nAccepts = 0;   // begun
+    static inline std::atomic<int> s_nReads = 0;
+    static inline std::atomic<bool> s_bFailAccept = false;
+    static inline std::atomic<bool> s_bFullReads = false;
 
     static unsigned long Handle(unsigned short nPort, const char* pszRequest, ZVString& oReply, void* pTest)
     {

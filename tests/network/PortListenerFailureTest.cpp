@@ -1,6 +1,8 @@
 // What the listener makes of platform calls that fail, and of reads as they can come.
 #include "ListenerFixture.h"
 
+#include "network/Reply.h"
+
 #include <algorithm>
 #include <array>
 #include <atomic>
@@ -12,6 +14,7 @@ using testing::IsEmpty;
 namespace
 {
 const auto& s_oNative = PlatformService<SocketCalls>::s_oNative;
+const auto& s_oNativeThreads = PlatformService<ThreadCalls>::s_oNative;
 int s_nFailing;   // the call that fails: the place in the order of a start
 int s_nOpen;      // sockets
 int s_nStarted;   // socket layer
@@ -57,8 +60,18 @@ TEST_F(ListenerTest, AStartThatFailsLeavesNothingBehind)
         }
         EXPECT_THAT(m_oListener.m_oListeners, IsEmpty());
     }
-    ASSERT_EQ(m_oListener.Start(m_nPort, &Handle), 1);
-    EXPECT_EQ(Fetch("works"), "works");
+    const Substitution<SocketCalls> oSockets(FailOneCall);   // none by now
+    for (int nObject = 1; nObject <= 2; ++nObject)
+    {
+        TestListener oListener;
+        for (int nStart = 0; nStart < 2; ++nStart)
+        {
+            ASSERT_EQ(oListener.Start(m_nPort, &Handle), 1);
+            EXPECT_EQ(Fetch("works"), "works");
+            oListener.Stop();
+        }
+        EXPECT_EQ(s_nStarted, 1 + nObject);   // once for each object, and never stopped
+    }
 }
 
 namespace
@@ -93,16 +106,16 @@ TEST_F(ListenerTest, OnlyAReadThatDoesNotFillTheBufferEndsARequest)
         {{7, nFull, nFull}, 2 * nFull + 7},
         {{-1, nFull}, 2 * nFull},   // what the full read left is taken once more
     };
-    s_achBuffer[0] = 'g';
     for (const auto& [anReads, nExpected] : aoCases)
     {
         s_anReads = anReads;
+        std::fill(std::begin(s_achBuffer), std::end(s_achBuffer), 'g');
         ZVString oMessage(nullptr);
         EXPECT_EQ(TestListener::ReceiveMsg(0, oMessage), 1);
         EXPECT_EQ(oMessage.GetString(), std::string(static_cast<std::size_t>(nExpected), 'x'));
         EXPECT_THAT(s_anReads, IsEmpty());
+        EXPECT_EQ(s_achBuffer[0], 'g');   // a failed read writes nothing in front of the buffer
     }
-    EXPECT_EQ(s_achBuffer[0], 'g');   // a failed read writes nothing in front of the buffer
 }
 
 TEST_F(ListenerTest, WantOfMemoryClosesTheConnectionAndTheListenerGoesOn)
@@ -116,14 +129,77 @@ TEST_F(ListenerTest, WantOfMemoryClosesTheConnectionAndTheListenerGoesOn)
         s_nWanting = 1;
         EXPECT_EQ(Fetch("lost"), "");
         EXPECT_EQ(Fetch("answered"), "answered");
+        Answer([](const char*, ZVString& oReply) {
+            oReply.Assign("no buffer for it");
+            s_nWanting = 1;
+        });
+        EXPECT_EQ(Fetch("asked"), "");
         m_oListener.Stop();
     }
-    EXPECT_THAT(Requests(), testing::ElementsAre("0:answered"));
+    EXPECT_THAT(Requests(), testing::ElementsAre("0:answered", "0:asked"));
     EXPECT_EQ(TestListener::ListenerThreadFunc(nullptr), 0u);
     CSListenerRecord oClosed{m_nPort, ~0u, nullptr, nullptr};
     EXPECT_EQ(TestListener::ListenerThreadFunc(&oClosed), 1u);
     oClosed.m_hSocket = 12345678;   // no socket
     EXPECT_EQ(TestListener::ListenerThreadFunc(&oClosed), 0u);
+}
+
+// Sizes are what hosts measure; of a reply that does not go out, or not whole, nothing is noticed.
+TEST_F(ListenerTest, SendsOnceFromABufferOfTwiceTheTextAndOverlooksItsFailure)
+{
+    static std::vector<std::size_t> s_anSizes;
+    static std::vector<int> s_anSent;
+    {
+        const Substitution<MemoryCalls> oMemory([](MemoryCalls& oCalls) {
+            oCalls.malloc = [](std::size_t nSize) { return s_anSizes.push_back(nSize), std::malloc(nSize); };
+        });
+        const Substitution<SocketCalls> oShort([](SocketCalls& oCalls) {
+            oCalls.send = [](SOCKET, const char*, int nLength, int nFlags) WINAPI {
+                s_anSent.push_back(nLength + nFlags);
+                return s_anSent.size() == 1 ? 1 : -1;
+            };
+        });
+        ASSERT_EQ(m_oListener.Start(m_nPort, &Handle), 1);
+        for (const int bHeader : {0, 1})
+        {
+            m_oListener.UseHeader(bHeader);
+            EXPECT_EQ(Fetch("hello"), "");
+        }
+        // Turned on between its two looks at the switch, the header goes out as well.
+        Answer([](const char*, ZVString&) {});
+        static int s_nLooks = 0;
+        SendReply(0, "hello", [] { return ++s_nLooks == 2; });
+        m_oListener.Stop();
+    }
+    EXPECT_THAT(s_anSizes, testing::ElementsAre(0x40000, 2 * 5, 0x40000, 2 * (109 + 5), 2 * 5, 2 * (109 + 5)));
+    EXPECT_THAT(s_anSent, testing::ElementsAre(5, 108 + 5, 108 + 5));
+}
+
+TEST_F(ListenerTest, AFailedAcceptEndsTheThreadAndLeavesTheRecordUntilTheStop)
+{
+    ASSERT_EQ(m_oListener.Start(m_nPort, &Handle), 1);
+    s_bFailAccept = true;
+    const Client oClient(m_nPort);
+    EXPECT_EQ(Threads().WaitForSingleObject(m_oListener.m_oListeners[0]->m_hThread, 10000), WAIT_OBJECT_0);
+    const Substitution<ThreadCalls> oFake(
+        [](ThreadCalls& oCalls) { oCalls.GetExitCodeThread = [](HANDLE, LPDWORD) WINAPI -> BOOL { return FALSE; }; });
+    EXPECT_EQ(m_oListener.StopListener(0), 1);   // also when the exit code cannot be had
+}
+
+// On the test's own thread: one of the library's would not get the signal that Linux has for it.
+TEST_F(ListenerTest, SendingToAPeerThatIsGoneFailsAndNothingMore)
+{
+    const SOCKET hListening = Sockets().socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
+    const sockaddr_in oAddress = Loopback(m_nPort);
+    ASSERT_EQ(Sockets().bind(hListening, reinterpret_cast<const sockaddr*>(&oAddress), sizeof oAddress), 0);
+    ASSERT_EQ(Sockets().listen(hListening, 5), 0);
+    auto pClient = std::make_unique<Client>(m_nPort);
+    const SOCKET hConnection = Sockets().accept(hListening, nullptr, nullptr);
+    pClient.reset();
+    EXPECT_TRUE(WaitUntil([&] { return Sockets().send(hConnection, "x", 1, 0) == SOCKET_ERROR; }));
+    EXPECT_EQ(Sockets().send(hConnection, "x", 1, 0), SOCKET_ERROR);
+    Sockets().closesocket(hConnection);
+    Sockets().closesocket(hListening);
 }
 
 // A thread that does not end in time is ended by force where there is such a thing, and left behind otherwise: it
@@ -133,15 +209,14 @@ TEST_F(ListenerTest, AThreadThatDoesNotEndInTimeIsGivenUpAndCallsNoHandler)
     static std::atomic<bool> s_bEnded;
     ASSERT_EQ(m_oListener.Start(m_nPort, &Handle), 1);
     auto pSilent = std::make_unique<Client>(m_nPort);
-    std::this_thread::sleep_for(std::chrono::milliseconds(200));   // until it is served
+    EXPECT_TRUE(WaitUntil([] { return s_nReads == 1; }));
     {
         const Substitution<ThreadCalls> oFake([](ThreadCalls& oCalls) {
-            oCalls.WaitForSingleObject = [](HANDLE, DWORD nLimit) WINAPI {
-                EXPECT_EQ(nLimit, 20000u);
-                return DWORD{WAIT_TIMEOUT};
+            oCalls.WaitForSingleObject = [](HANDLE hThread, DWORD nLimit) WINAPI {
+                return nLimit == 20000 ? DWORD{WAIT_TIMEOUT} : s_oNativeThreads.WaitForSingleObject(hThread, nLimit);
             };
             oCalls.TerminateThread = [](HANDLE hThread, DWORD nCode) WINAPI {
-                const BOOL bEnded = PlatformService<ThreadCalls>::s_oNative.TerminateThread(hThread, nCode);
+                const BOOL bEnded = s_oNativeThreads.TerminateThread(hThread, nCode);
                 s_bEnded = bEnded != FALSE;
                 return bEnded;
             };

@@ -45,10 +45,13 @@ TEST_F(ListenerTest, TakesWhatOneReadBringsWhateverTheClientDoes)
         EXPECT_TRUE(WaitUntil([&] { return Requests().size() == 1; }));
         oSplit.Send("two");
     }
+    for (const bool bReset : {false, true})
     {
         Client oClosing(m_nPort);
+        if (bReset)
+            oClosing.Reset();
     }
-    EXPECT_TRUE(WaitUntil([&] { return Requests().size() == 2; }));
+    EXPECT_TRUE(WaitUntil([&] { return Requests().size() == 3; }));
     std::atomic<bool> bReset = false;
     Answer([&](const char*, ZVString& oReply) {
         EXPECT_TRUE(WaitUntil([&] { return bReset.load(); }));
@@ -57,17 +60,36 @@ TEST_F(ListenerTest, TakesWhatOneReadBringsWhateverTheClientDoes)
     {
         Client oResetting(m_nPort);
         oResetting.Send("three");
-        EXPECT_TRUE(WaitUntil([&] { return Requests().size() == 3; }));
+        EXPECT_TRUE(WaitUntil([&] { return Requests().size() == 4; }));
         oResetting.Reset();
     }
     bReset = true;
     EXPECT_EQ(Fetch("four").size(), 100000u);
-    EXPECT_THAT(Requests(), ElementsAre("0:one", "0:", "0:three", "0:four"));
+    EXPECT_THAT(Requests(), ElementsAre("0:one", "0:", "0:", "0:three", "0:four"));
+}
+
+// Reads that wait until they are full make what a fast client can bring about certain.
+TEST_F(ListenerTest, ReadsOnAfterAReadThatFillsTheBuffer)
+{
+    s_bFullReads = true;
+    Answer([](const char* pszRequest, ZVString& oReply) {
+        oReply.Assign(std::to_string(std::strlen(pszRequest)).c_str());
+    });
+    ASSERT_EQ(m_oListener.Start(m_nPort, &Handle), 1);
+    for (const std::size_t nSize : {262143u, 262143u + 7u})
+    {
+        Client oClient(m_nPort);
+        const int nBefore = s_nReads;
+        oClient.Send(std::string(nSize, 'r'));
+        EXPECT_TRUE(WaitUntil([&] { return s_nReads == nBefore + 2; }));   // it wants more
+        oClient.EndSending();
+        EXPECT_EQ(oClient.Receive(), std::to_string(nSize));
+    }
 }
 
 TEST_F(ListenerTest, ServesTwoPortsAtOnceAndOpensAStoppedOneAgain)
 {
-    const auto nOther = static_cast<unsigned short>(m_nPort + 1);
+    const unsigned short nOther = FreePort();
     std::atomic<int> nInside = 0;
     Answer([&](const char* pszRequest, ZVString& oReply) {
         ++nInside;
@@ -85,6 +107,7 @@ TEST_F(ListenerTest, ServesTwoPortsAtOnceAndOpensAStoppedOneAgain)
         EXPECT_EQ(oSecond.Receive(), "second");
         EXPECT_EQ(oFirst.Receive(), "first");
     }
+    EXPECT_THAT(Requests(), testing::UnorderedElementsAre("0:first", std::to_string(nOther - m_nPort) + ":second"));
     EXPECT_EQ(m_oListener.Stop(nOther), 1);
     EXPECT_EQ(m_oListener.Stop(nOther), 1);   // also when there is none
     EXPECT_EQ(m_oListener.m_oListeners.size(), 1u);
@@ -99,8 +122,10 @@ TEST_F(ListenerTest, StopEndsAnIdleThreadWithOneAndAServingOneWithNoughtAndItsRe
     ASSERT_EQ(m_oListener.Start(m_nPort, &Handle), 1);
     EXPECT_EQ(m_oListener.StopListener(1), 0);
     EXPECT_EQ(m_oListener.StopListener(-1), 0);
-    std::this_thread::sleep_for(std::chrono::milliseconds(100));   // until the thread waits in accept
+    EXPECT_TRUE(WaitUntil([] { return s_nAccepts == 1; }));
+    const HANDLE hThread = m_oListener.m_oListeners[0]->m_hThread;
     EXPECT_EQ(m_oListener.StopListener(0), 1);
+    EXPECT_EQ(Threads().WaitForSingleObject(hThread, 0), WAIT_OBJECT_0);   // the handle stays open
 
     ASSERT_EQ(m_oListener.Start(m_nPort, &Handle), 1);
     Answer([&](const char*, ZVString& oReply) {
@@ -118,7 +143,7 @@ TEST_F(ListenerTest, StopOfASilentClientTakesTwentySecondsAndNoMore)
 {
     ASSERT_EQ(m_oListener.Start(m_nPort, &Handle), 1);
     Client oSilent(m_nPort);
-    std::this_thread::sleep_for(std::chrono::milliseconds(200));
+    EXPECT_TRUE(WaitUntil([] { return s_nReads == 1; }));
     const auto nStart = std::chrono::steady_clock::now();
     EXPECT_EQ(m_oListener.Stop(), 1);
     const auto nTook = std::chrono::steady_clock::now() - nStart;
@@ -126,13 +151,28 @@ TEST_F(ListenerTest, StopOfASilentClientTakesTwentySecondsAndNoMore)
     EXPECT_LT(nTook, std::chrono::seconds(30));
 }
 
+namespace
+{
+struct WatchedText : ZVString
+{
+    using ZVString::ZVString;
+    void Alloc(unsigned int nSize) override
+    {
+        strBefore = GetBuffer() ? GetBuffer() : "none";   // it is for Alloc to free it, in its own module
+        ZVString::Alloc(nSize);
+    }
+    std::string strBefore;
+};
+}
+
 TEST(ZVString, OwnsItsBuffer)
 {
-    ZVString oText(nullptr);
+    WatchedText oText(nullptr);
     EXPECT_EQ(oText.GetString(), nullptr);
     oText.Assign("a text");
+    EXPECT_EQ(oText.strBefore, "none");
     oText.Assign(oText.GetString() + 2);   // from the buffer that it replaces
-    EXPECT_STREQ(oText.GetString(), "text");
+    EXPECT_EQ(oText.strBefore, "a text");
     char* const pszOwn = oText.Detach();
     EXPECT_EQ(oText.GetString(), nullptr);
     oText.Attach(pszOwn);
