@@ -78,8 +78,8 @@ TEST_F(ListenerTest, ReadsOnAfterAReadThatFillsTheBuffer)
     ASSERT_EQ(m_oListener.Start(m_nPort, &Handle), 1);
     for (const std::size_t nSize : {262143u, 262143u + 7u})
     {
-        Client oClient(m_nPort);
         const int nBefore = s_nReads;
+        Client oClient(m_nPort);
         oClient.Send(std::string(nSize, 'r'));
         EXPECT_TRUE(WaitUntil([&] { return s_nReads == nBefore + 2; }));   // it wants more
         oClient.EndSending();
