@@ -76,7 +76,7 @@ SOCKET OpenPort(unsigned short nPort)
 }
 }
 
-CSPortListener::CSPortListener() : m_bWinsockStarted(0) {}
+CSPortListener::CSPortListener() = default;
 
 CSPortListener::CSPortListener(const CSPortListener& oOther) = default;
 

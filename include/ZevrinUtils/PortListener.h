@@ -141,7 +141,7 @@ protected:
     /// Receives one request: 1, or 0 if there is no memory for the read buffer.
     static int ReceiveMsg(unsigned int hSocket, ZVString& oMessage);
 
-    int m_bWinsockStarted;
+    int m_bWinsockStarted = 0;
     std::vector<CSListenerRecord*> m_oListeners;   ///< in order of start; owned
     static void* m_pContext;
     static int m_bUseHeader;
