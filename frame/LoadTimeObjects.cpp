@@ -1,14 +1,14 @@
 // The objects that live for as long as the module is loaded. They belong to several subsystems, which declare
 // them, and stand together here, because only within one source file does the language promise the order in
 // which they are built and, reversed, destroyed.
+#include "ZevrinUtils/HttpServices.h"
 #include "frame/UtilsApp.h"
-#include "http/HostTable.h"
 #include "network/ReplyHeader.h"
 #include "shell/LastFolder.h"
 
 // In this order. Nothing else may be built at load: no thread, no socket, no registry key.
 CString g_strLastFolder;
-CMapStringToString g_oHostNameToIp(10);
+CMapStringToString CHttpServices::m_oHostNameToIp(10);
 static CUtilsApp s_oApp;
 const int g_nReplyHeaderLength = MeasureReplyHeader();
 
