@@ -1,0 +1,46 @@
+#include "Errno.h"
+
+namespace
+{
+struct Translation
+{
+    int nErrno;
+    DWORD nError;
+};
+constexpr Translation s_aTranslations[] = {
+    {ENOENT, ERROR_FILE_NOT_FOUND},
+    {ENOTDIR, ERROR_PATH_NOT_FOUND},
+    {EMFILE, ERROR_TOO_MANY_OPEN_FILES},
+    {ENFILE, ERROR_TOO_MANY_OPEN_FILES},
+    {EACCES, ERROR_ACCESS_DENIED},
+    {EPERM, ERROR_ACCESS_DENIED},
+    {EISDIR, ERROR_ACCESS_DENIED},
+    {EBADF, ERROR_ACCESS_DENIED},   // what a handle stands for is open, but perhaps not for this
+    {ENOMEM, ERROR_NOT_ENOUGH_MEMORY},
+    {EXDEV, ERROR_NOT_SAME_DEVICE},
+    {EROFS, ERROR_WRITE_PROTECT},
+    {ETXTBSY, ERROR_SHARING_VIOLATION},
+    {EWOULDBLOCK, ERROR_SHARING_VIOLATION},   // of flock
+    {ENOTSUP, ERROR_NOT_SUPPORTED},
+    {ENOSYS, ERROR_NOT_SUPPORTED},
+    {EINVAL, ERROR_INVALID_PARAMETER},
+    {EFAULT, ERROR_INVALID_PARAMETER},
+    {ENOSPC, ERROR_DISK_FULL},
+    {EDQUOT, ERROR_DISK_FULL},
+    {EFBIG, ERROR_DISK_FULL},
+    {ENOTEMPTY, ERROR_DIR_NOT_EMPTY},
+    {EBUSY, ERROR_BUSY},
+    {EEXIST, ERROR_ALREADY_EXISTS},
+    {ENAMETOOLONG, ERROR_FILENAME_EXCED_RANGE},
+    {EIO, ERROR_IO_DEVICE},
+    {ELOOP, ERROR_CANT_RESOLVE_FILENAME},
+};
+}
+
+DWORD ErrorOfErrno(int nErrno) noexcept
+{
+    for (const auto& [nFrom, nTo] : s_aTranslations)
+        if (nFrom == nErrno)
+            return nTo;
+    return ERROR_GEN_FAILURE;
+}

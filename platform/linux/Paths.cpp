@@ -1,0 +1,31 @@
+#include "Paths.h"
+
+#include <algorithm>
+
+#include <sys/stat.h>
+
+NativePath::NativePath(LPCSTR pszPath) : m_strPath(pszPath ? pszPath : "")
+{
+    std::replace(m_strPath.begin(), m_strPath.end(), '\\', '/');
+}
+
+namespace
+{
+bool HasFolder(std::string strPath)
+{
+    if (strPath.empty())
+        return false;
+    const auto nEnd = strPath.find_last_not_of('/');
+    const auto nSlash = nEnd == std::string::npos ? 0 : strPath.rfind('/', nEnd);
+    if (nSlash == std::string::npos)
+        return true;
+    strPath.erase(nSlash + 1);
+    struct stat oStatus;
+    return ::stat(strPath.c_str(), &oStatus) == 0 && S_ISDIR(oStatus.st_mode);
+}
+}
+
+DWORD ErrorOnPath(const char* pszNativePath, int nErrno)
+{
+    return nErrno == ENOENT && !HasFolder(pszNativePath) ? ERROR_PATH_NOT_FOUND : ErrorOfErrno(nErrno);
+}

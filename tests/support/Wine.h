@@ -1,0 +1,10 @@
+// Whether the Windows target's tests run under Wine, for what it does otherwise than Windows.
+#pragma once
+
+#include "platform/Modules.h"
+
+inline bool UnderWine()
+{
+    const HMODULE hModule = Modules().LoadLibraryA("ntdll.dll");
+    return hModule && Modules().GetProcAddress(hModule, "wine_get_version");
+}
