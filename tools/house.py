@@ -24,8 +24,10 @@ BESIDES = {
     "config/SystemInfo.cpp": {"frame"},
     "frame/LoadTimeObjects.cpp": {"network", "http", "shell"},  # builds what they declare, in one order
 }
-# Headers in angle brackets, beside the standard library's, which have no dot and no folder.
+# Headers in angle brackets, beside the standard library's, which have no dot and no folder. The hosts are no part
+# of the library: what they ask of the system stands in a folder for each.
 LIBRARIES = {"fendrel": "spdlog/", "hosts": "CLI/"}
+OF_ONE_SYSTEM = ("hosts/zvu/linux/", "hosts/zvu/windows/")
 EXPORT_MACROS = {"include/ZevrinUtils/Export.h", "include/Fendrel/Trace.h"}
 
 PLATFORM_CONDITION = re.compile(r"^\s*#\s*(el)?if.*(WIN32|__linux__|__unix__|__MINGW)")
@@ -60,6 +62,8 @@ def room_of(included, room):
 
 def check_include(name, room, bracket, included):
     if bracket == "<":
+        if name.startswith(OF_ONE_SYSTEM):
+            return
         known = LIBRARIES.get(room)
         if ("." in included or "/" in included) and not (known and included.startswith(known)):
             yield f"<{included}> is not for {room}/"

@@ -1,0 +1,14 @@
+// What the standard library does not say or do about the three standard streams.
+#pragma once
+
+enum eStandardStream
+{
+    eStandardInput = 0,
+    eStandardOutput = 1,
+    eStandardError = 2
+};
+
+// Bytes pass as they are: on Windows, line ends are translated at first.
+void MakeBinary(eStandardStream eStream);
+
+bool IsTerminal(eStandardStream eStream);
