@@ -1,6 +1,10 @@
 #include "ZevrinUtils/framework/String.h"
 
+#include "platform/Text.h"
+
 #include <algorithm>
+#include <cstdarg>
+#include <cstdio>
 #include <cstring>
 #include <utility>
 
@@ -60,6 +64,23 @@ CString& CString::operator+=(char chMore)
     return *this;
 }
 
+void CString::Format(const char* pszFormat, ...)
+{
+    std::va_list oArguments, oAgain;
+    va_start(oArguments, pszFormat);
+    va_copy(oAgain, oArguments);
+    const int nLength = std::max(std::vsnprintf(nullptr, 0, pszFormat, oArguments), 0);
+    m_strText.resize(static_cast<std::size_t>(nLength));
+    std::vsnprintf(m_strText.data(), m_strText.size() + 1, pszFormat, oAgain);
+    va_end(oAgain);
+    va_end(oArguments);
+}
+
+void CString::MakeLower() noexcept
+{
+    std::transform(m_strText.begin(), m_strText.end(), m_strText.begin(), Lower);
+}
+
 int CString::Compare(const char* pszOther) const noexcept
 {
     return std::strcmp(m_strText.c_str(), OrEmpty(pszOther));
@@ -72,6 +93,13 @@ int CString::CompareNoCase(const char* pszOther) const noexcept
     while (*pszThis && Lower(*pszThis) == Lower(*pszThat))
         ++pszThis, ++pszThat;
     return static_cast<unsigned char>(Lower(*pszThis)) - static_cast<unsigned char>(Lower(*pszThat));
+}
+
+int CString::CollateNoCase(const char* pszOther) const
+{
+    const int nOrder =
+        Text().CompareStringA(LOCALE_USER_DEFAULT, NORM_IGNORECASE, m_strText.c_str(), -1, OrEmpty(pszOther), -1);
+    return nOrder ? nOrder - CSTR_EQUAL : CompareNoCase(pszOther);
 }
 
 int CString::Find(char chWanted, int nStart) const noexcept

@@ -17,6 +17,14 @@ TEST(String, StaysInsideItsTextAndTakesNullAsEmpty)
     EXPECT_EQ(CString("HoSt").CompareNoCase("hOsT"), 0);
     EXPECT_LT(CString("ab").CompareNoCase("ABC"), 0);
     EXPECT_LT(CString("Z"), "a");
+    EXPECT_EQ(CString("Read.Me").CollateNoCase("rEAD.mE"), 0);
+    EXPECT_LT(CString("a").CollateNoCase("B"), 0);
+    EXPECT_GT(CString("read.me2").CollateNoCase("READ.ME"), 0);
+    CString strMade("aBÄ");
+    strMade.MakeLower();
+    EXPECT_EQ(strMade, "abÄ");
+    strMade.Format("%s %s (0x%lX, %d)", "a", std::string(300, 'b').c_str(), 0xFEDCBA98ul, -1);
+    EXPECT_EQ(strMade, "a " + CString(std::string(300, 'b')) + " (0xFEDCBA98, -1)");
 }
 
 TEST(StringMap, HoldsOneValueForEachExactKey)

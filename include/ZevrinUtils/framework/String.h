@@ -38,9 +38,17 @@ public:
     CString& operator+=(const CString& strMore);
     CString& operator+=(char chMore);
 
+    /// Replaces the text by what printf would write. An argument must not be the text itself.
+    void Format(const char* pszFormat, ...);
+
+    void MakeLower() noexcept;   ///< ASCII letters
+
     /// Less than, equal to or greater than zero; with case, and without (ASCII letters).
     int Compare(const char* pszOther) const noexcept;
     int CompareNoCase(const char* pszOther) const noexcept;
+
+    /// The same, without case in any script, as the user's language compares.
+    int CollateNoCase(const char* pszOther) const;
 
     /// Index of the first or last occurrence; -1 if there is none.
     int Find(char chWanted, int nStart = 0) const noexcept;

@@ -1,0 +1,17 @@
+#include "system/Text.h"
+
+#include "CaseFold.h"
+#include "Failure.h"
+
+// Texts are UTF-8 in any language, and sorted by their characters' numbers.
+int win32::CompareStringA(LCID nLocale, DWORD nFlags, LPCSTR pszLeft, int nLeft, LPCSTR pszRight, int nRight)
+{
+    if (nLocale != LOCALE_USER_DEFAULT || nFlags != NORM_IGNORECASE || nLeft != -1 || nRight != -1)
+        return Fail(ERROR_NOT_SUPPORTED, 0);
+    if (!pszLeft || !pszRight)
+        return Fail(ERROR_INVALID_PARAMETER, 0);
+    return OrOutOfMemory(0, [&] {
+        const int nOrder = FoldCase(pszLeft).compare(FoldCase(pszRight));
+        return nOrder == 0 ? CSTR_EQUAL : nOrder < 0 ? CSTR_LESS_THAN : CSTR_GREATER_THAN;
+    });
+}

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "ZevrinUtils/Types.h"
+
+using LCID = DWORD;
+
+inline constexpr LCID LOCALE_USER_DEFAULT = 0x400;
+inline constexpr DWORD NORM_IGNORECASE = 1;
+inline constexpr int CSTR_LESS_THAN = 1;
+inline constexpr int CSTR_EQUAL = 2;
+inline constexpr int CSTR_GREATER_THAN = 3;
+
+namespace win32
+{
+int CompareStringA(LCID nLocale, DWORD nFlags, LPCSTR pszLeft, int nLeft, LPCSTR pszRight, int nRight);
+}
