@@ -81,6 +81,22 @@ void CString::MakeLower() noexcept
     std::transform(m_strText.begin(), m_strText.end(), m_strText.begin(), Lower);
 }
 
+int CString::Replace(const CString& strOld, const CString& strNew)
+{
+    if (strOld.IsEmpty())
+        return 0;
+    std::string strResult;
+    std::size_t nFrom = 0;
+    int nCount = 0;
+    for (std::size_t nAt; (nAt = m_strText.find(strOld.m_strText, nFrom)) != std::string::npos; ++nCount)
+    {
+        strResult.append(m_strText, nFrom, nAt - nFrom).append(strNew.m_strText);
+        nFrom = nAt + strOld.m_strText.size();
+    }
+    m_strText = strResult.append(m_strText, nFrom, std::string::npos);
+    return nCount;
+}
+
 int CString::Compare(const char* pszOther) const noexcept
 {
     return std::strcmp(m_strText.c_str(), OrEmpty(pszOther));

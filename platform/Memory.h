@@ -9,6 +9,8 @@ struct MemoryCalls
 {
     // Null if there is no memory. What it gives is freed by free.
     PLATFORM_CALL(malloc);
+    // A block of another size with the old one's content; null, with the old block as it was, if there is no memory.
+    PLATFORM_CALL(realloc);
 };
 
 inline const MemoryCalls& Memory() noexcept

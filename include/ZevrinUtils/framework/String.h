@@ -50,6 +50,10 @@ public:
     /// The same, without case in any script, as the user's language compares.
     int CollateNoCase(const char* pszOther) const;
 
+    /// Replaces every occurrence of a text, of those that overlap the first; gives their count. An empty text
+    /// occurs nowhere.
+    int Replace(const CString& strOld, const CString& strNew);
+
     /// Index of the first or last occurrence; -1 if there is none.
     int Find(char chWanted, int nStart = 0) const noexcept;
     int Find(const char* pszWanted, int nStart = 0) const noexcept;

@@ -26,8 +26,10 @@ using LPVOID = void*;
 using LPCVOID = const void*;
 using LPDWORD = DWORD*;
 using SIZE_T = std::size_t;
+using DWORD_PTR = std::uintptr_t;
 using HANDLE = void*;
 using HMODULE = void*;
+using HWND = void*;
 
 // A lock of the platform, plain data as on Windows.
 struct CRITICAL_SECTION
