@@ -58,7 +58,7 @@ function(zevrin_module target)
     set_target_properties(${target} PROPERTIES
       VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
     zevrin_hide_templates(${target})
-    target_link_options(${target} PRIVATE -Wl,--no-undefined)
+    target_link_options(${target} PRIVATE -Wl,--no-undefined -Wl,--as-needed)
   endif()
 endfunction()
 

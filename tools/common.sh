@@ -42,7 +42,8 @@ need_packages() {
 }
 
 need_linux_build() {
-    need_packages build-essential cmake ninja-build ccache python3 libspdlog-dev libfmt-dev libcli11-dev googletest
+    need_packages build-essential cmake ninja-build ccache python3 libspdlog-dev libfmt-dev libcli11-dev googletest \
+        libcurl4-openssl-dev libssl-dev
 }
 
 need_windows_build() {

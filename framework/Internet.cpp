@@ -1,0 +1,129 @@
+#include "framework/Internet.h"
+
+#include "platform/Errors.h"
+
+#include <memory>
+#include <string>
+#include <utility>
+
+namespace
+{
+constexpr const char* s_apszVerbs[] = {"POST", "GET", "HEAD", "PUT", "LINK", "DELETE", "UNLINK"};
+
+[[noreturn]] void Throw(DWORD nError)
+{
+    throw std::make_unique<CInternetException>(nError).release();
+}
+
+void ThrowUnless(bool bSucceeded)
+{
+    if (!bSucceeded)
+        Throw(Errors().GetLastError());
+}
+}
+
+CInternetHandle::CInternetHandle(HINTERNET hInternet) : m_hInternet(hInternet)
+{
+    ThrowUnless(hInternet != nullptr);
+}
+
+void CInternetHandle::Close() noexcept
+{
+    if (m_hInternet)
+        Internet().InternetCloseHandle(std::exchange(m_hInternet, nullptr));
+}
+
+CInternetSession::CInternetSession(const char* pszAgent, DWORD_PTR nContext, DWORD nAccessType, const char* pszProxy,
+                                   const char* pszBypass, DWORD nFlags)
+    : m_oSession(Internet().InternetOpenA(pszAgent, nAccessType, pszProxy, pszBypass, nFlags)), m_nContext(nContext)
+{
+}
+
+CHttpConnection* CInternetSession::GetHttpConnection(const char* pszServer, INTERNET_PORT nPort,
+                                                     const char* pszUserName, const char* pszPassword)
+{
+    return new CHttpConnection(Internet().InternetConnectA(m_oSession.Get(), pszServer, nPort, pszUserName, pszPassword,
+                                                           INTERNET_SERVICE_HTTP, 0, m_nContext));
+}
+
+CHttpFile* CHttpConnection::OpenRequest(int nVerb, const char* pszObject, const char* pszReferer, DWORD_PTR nContext,
+                                        const char** ppszAcceptTypes, const char* pszVersion, DWORD nFlags)
+{
+    if (nVerb < 0 || static_cast<std::size_t>(nVerb) >= std::size(s_apszVerbs))
+        Throw(ERROR_INVALID_PARAMETER);
+    return new CHttpFile(Internet().HttpOpenRequestA(m_oConnection.Get(), s_apszVerbs[nVerb], pszObject, pszVersion,
+                                                     pszReferer, ppszAcceptTypes, nFlags, nContext));
+}
+
+void CHttpFile::SendRequest()
+{
+    ThrowUnless(Internet().HttpSendRequestA(Handle(), nullptr, 0, nullptr, 0));
+}
+
+void CHttpFile::QueryInfoStatusCode(DWORD& nStatus) const
+{
+    QueryInfo(HTTP_QUERY_STATUS_CODE | HTTP_QUERY_FLAG_NUMBER, nStatus);
+}
+
+bool CHttpFile::QueryInfo(DWORD nLevel, CString& strValue) const
+{
+    DWORD nSize = 0;   // first asked for, then the text's
+    if (Internet().HttpQueryInfoA(Handle(), nLevel, nullptr, &nSize, nullptr) ||
+        Errors().GetLastError() != ERROR_INSUFFICIENT_BUFFER)
+        return false;
+    std::string strText(nSize, '\0');
+    if (!Internet().HttpQueryInfoA(Handle(), nLevel, strText.data(), &nSize, nullptr))
+        return false;
+    strText.resize(nSize);
+    strValue = CString(std::move(strText));
+    return true;
+}
+
+bool CHttpFile::QueryInfo(DWORD nLevel, DWORD& nValue) const
+{
+    DWORD nFound = 0;
+    DWORD nSize = sizeof nFound;
+    if (!Internet().HttpQueryInfoA(Handle(), nLevel, &nFound, &nSize, nullptr))
+        return false;
+    nValue = nFound;
+    return true;
+}
+
+bool CInternetFile::QueryOption(DWORD nOption, DWORD& nValue) const
+{
+    DWORD nSize = sizeof nValue;
+    return Internet().InternetQueryOptionA(Handle(), nOption, &nValue, &nSize) != FALSE;
+}
+
+bool CInternetFile::SetOption(DWORD nOption, DWORD nValue)
+{
+    return Internet().InternetSetOptionA(Handle(), nOption, &nValue, sizeof nValue) != FALSE;
+}
+
+DWORD CHttpFile::ErrorDlg(HWND hParent, DWORD nError, DWORD nFlags, void** ppData)
+{
+    return Internet().InternetErrorDlg(hParent, Handle(), nError, nFlags, ppData);
+}
+
+unsigned CInternetFile::Read(void* pBuffer, unsigned nCount)
+{
+    DWORD nRead = 0;
+    ThrowUnless(Internet().InternetReadFile(Handle(), pBuffer, nCount, &nRead));
+    return static_cast<unsigned>(nRead);
+}
+
+void CInternetFile::Write(const void* /*pData*/, unsigned /*nCount*/)
+{
+    Throw(ERROR_NOT_SUPPORTED);
+}
+
+unsigned long long CInternetFile::GetLength() const
+{
+    DWORD nAvailable = 0;
+    return Internet().InternetQueryDataAvailable(Handle(), &nAvailable, 0, 0) ? nAvailable : 0;
+}
+
+void CInternetFile::Close()
+{
+    m_oHandle.Close();
+}

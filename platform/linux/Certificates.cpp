@@ -1,0 +1,82 @@
+#include "Certificates.h"
+
+#include <openssl/ssl.h>
+#include <openssl/x509_vfy.h>
+
+namespace
+{
+struct CertificateFault
+{
+    int nFault;          // OpenSSL's
+    DWORD nForgivenBy;   // 0: nothing forgives it
+    DWORD nError;
+};
+constexpr CertificateFault s_aFaults[] = {
+    {X509_V_ERR_CERT_HAS_EXPIRED, SECURITY_FLAG_IGNORE_CERT_DATE_INVALID, ERROR_INTERNET_SEC_CERT_DATE_INVALID},
+    {X509_V_ERR_CERT_NOT_YET_VALID, SECURITY_FLAG_IGNORE_CERT_DATE_INVALID, ERROR_INTERNET_SEC_CERT_DATE_INVALID},
+    {X509_V_ERR_UNABLE_TO_GET_ISSUER_CERT, SECURITY_FLAG_IGNORE_UNKNOWN_CA, ERROR_INTERNET_INVALID_CA},
+    {X509_V_ERR_UNABLE_TO_GET_ISSUER_CERT_LOCALLY, SECURITY_FLAG_IGNORE_UNKNOWN_CA, ERROR_INTERNET_INVALID_CA},
+    {X509_V_ERR_UNABLE_TO_VERIFY_LEAF_SIGNATURE, SECURITY_FLAG_IGNORE_UNKNOWN_CA, ERROR_INTERNET_INVALID_CA},
+    {X509_V_ERR_DEPTH_ZERO_SELF_SIGNED_CERT, SECURITY_FLAG_IGNORE_UNKNOWN_CA, ERROR_INTERNET_INVALID_CA},
+    {X509_V_ERR_SELF_SIGNED_CERT_IN_CHAIN, SECURITY_FLAG_IGNORE_UNKNOWN_CA, ERROR_INTERNET_INVALID_CA},
+    {X509_V_ERR_CERT_UNTRUSTED, SECURITY_FLAG_IGNORE_UNKNOWN_CA, ERROR_INTERNET_INVALID_CA},
+    {X509_V_ERR_CERT_REVOKED, 0, ERROR_INTERNET_SEC_CERT_REVOKED},
+};
+
+CertificateFault FaultOf(int nFault)
+{
+    for (const CertificateFault& oFault : s_aFaults)
+        if (oFault.nFault == nFault)
+            return oFault;
+    return {nFault, 0, ERROR_INTERNET_SEC_INVALID_CERT};
+}
+
+int RulesIndex()
+{
+    static const int s_nIndex = SSL_CTX_get_ex_new_index(0, nullptr, nullptr, nullptr, nullptr);
+    return s_nIndex;
+}
+}
+
+struct CertificateRules::Verification
+{
+    static CURLcode Prepare(CURL* /*pTransfer*/, void* pContext, void* pRules)
+    {
+        auto* const pSslContext = static_cast<SSL_CTX*>(pContext);
+        if (!SSL_CTX_set_ex_data(pSslContext, RulesIndex(), pRules))
+            return CURLE_OUT_OF_MEMORY;
+        SSL_CTX_set_verify(pSslContext, SSL_VERIFY_PEER, &Judge);
+        return CURLE_OK;
+    }
+
+    // Called for each fault of each certificate of the chain. A forgiven one must leave no trace, because libcurl asks
+    // for the verdict once more.
+    static int Judge(int bAccepted, X509_STORE_CTX* pStore)
+    {
+        if (bAccepted)
+            return bAccepted;
+        const auto* const pSsl =
+            static_cast<SSL*>(X509_STORE_CTX_get_ex_data(pStore, SSL_get_ex_data_X509_STORE_CTX_idx()));
+        auto* const pRules =
+            static_cast<CertificateRules*>(SSL_CTX_get_ex_data(SSL_get_SSL_CTX(pSsl), RulesIndex()));
+        const CertificateFault oFault = FaultOf(X509_STORE_CTX_get_error(pStore));
+        if (!(pRules->m_nFlags & oFault.nForgivenBy))
+        {
+            pRules->m_nRefusal = oFault.nError;
+            return 0;
+        }
+        X509_STORE_CTX_set_error(pStore, X509_V_OK);
+        return 1;
+    }
+};
+
+void CertificateRules::Apply(CURL* pTransfer)
+{
+    m_nRefusal = 0;
+    curl_easy_setopt(pTransfer, CURLOPT_SSL_VERIFYPEER, 1L);
+    curl_easy_setopt(pTransfer, CURLOPT_SSL_VERIFYHOST, m_nFlags & SECURITY_FLAG_IGNORE_CERT_CN_INVALID ? 0L : 2L);
+    // A session that is taken up again would skip the judgement.
+    curl_easy_setopt(pTransfer, CURLOPT_SSL_SESSIONID_CACHE, 0L);
+    curl_easy_setopt(pTransfer, CURLOPT_SSL_CTX_FUNCTION, &Verification::Prepare);
+    curl_easy_setopt(pTransfer, CURLOPT_SSL_CTX_DATA, this);
+}

@@ -1,0 +1,91 @@
+#include "CredentialsPrompt.h"
+
+#include <cerrno>
+
+#include <fcntl.h>
+#include <termios.h>
+#include <unistd.h>
+
+namespace
+{
+constexpr char chCancel = 3;   // Ctrl-C
+
+// The process's terminal, with its mode put back at the end.
+class Terminal
+{
+public:
+    Terminal() : m_nFile(open("/dev/tty", O_RDWR | O_NOCTTY | O_CLOEXEC))
+    {
+        // A process in the background would be stopped by reading.
+        m_bUsable = m_nFile >= 0 && tcgetpgrp(m_nFile) == getpgrp() && tcgetattr(m_nFile, &m_oModeBefore) == 0;
+    }
+    ~Terminal()
+    {
+        if (m_bUsable)
+            tcsetattr(m_nFile, TCSAFLUSH, &m_oModeBefore);
+        if (m_nFile >= 0)
+            close(m_nFile);
+    }
+    Terminal(const Terminal&) = delete;
+    Terminal& operator=(const Terminal&) = delete;
+
+    bool IsUsable() const noexcept { return m_bUsable; }
+
+    // A line; nothing if the user gives up.
+    std::optional<std::string> Ask(const std::string& strPrompt, bool bEcho)
+    {
+        // Ctrl-C ends the line instead of the process, which would leave the terminal without its echo.
+        termios oMode = m_oModeBefore;
+        oMode.c_lflag &= ~static_cast<tcflag_t>(ISIG | (bEcho ? 0 : ECHO));
+        oMode.c_lflag |= ICANON;
+        oMode.c_cc[VEOL] = chCancel;
+        if (tcsetattr(m_nFile, TCSAFLUSH, &oMode) != 0 || !Write(strPrompt))
+            return std::nullopt;
+        std::optional<std::string> strLine = ReadLine();
+        if (!bEcho || !strLine)
+            Write("\n");
+        return strLine;
+    }
+
+private:
+    bool Write(const std::string& strText) const
+    {
+        return write(m_nFile, strText.data(), strText.size()) == static_cast<ssize_t>(strText.size());
+    }
+
+    std::optional<std::string> ReadLine() const
+    {
+        std::string strLine;
+        for (;;)
+        {
+            char ch = 0;
+            const ssize_t nRead = read(m_nFile, &ch, 1);
+            if (nRead < 0 && errno == EINTR)
+                continue;
+            if (nRead != 1 || ch == chCancel)
+                return std::nullopt;
+            if (ch == '\n')
+                return strLine;
+            strLine += ch;
+        }
+    }
+
+    int m_nFile;
+    bool m_bUsable = false;
+    termios m_oModeBefore{};
+};
+}
+
+std::optional<Credentials> AskForCredentials(const std::string& strWhat)
+{
+    Terminal oTerminal;
+    if (!oTerminal.IsUsable())
+        return std::nullopt;
+    std::optional<std::string> strUser = oTerminal.Ask(strWhat + "\nUser name: ", true);
+    if (!strUser || strUser->empty())
+        return std::nullopt;
+    std::optional<std::string> strPassword = oTerminal.Ask("Password: ", false);
+    if (!strPassword)
+        return std::nullopt;
+    return Credentials{std::move(*strUser), std::move(*strPassword)};
+}
