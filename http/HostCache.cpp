@@ -2,8 +2,8 @@
 // in it for as long as the module is loaded, and requests for it fail.
 #include "ZevrinUtils/HttpServices.h"
 
-#include "http/HostKey.h"
 #include "framework/Url.h"
+#include "http/HostKey.h"
 
 CString HostKey(const CString& sURL, const CString& strHost, unsigned short nPort)
 {

@@ -57,8 +57,7 @@ struct CertificateRules::Verification
             return bAccepted;
         const auto* const pSsl =
             static_cast<SSL*>(X509_STORE_CTX_get_ex_data(pStore, SSL_get_ex_data_X509_STORE_CTX_idx()));
-        auto* const pRules =
-            static_cast<CertificateRules*>(SSL_CTX_get_ex_data(SSL_get_SSL_CTX(pSsl), RulesIndex()));
+        auto* const pRules = static_cast<CertificateRules*>(SSL_CTX_get_ex_data(SSL_get_SSL_CTX(pSsl), RulesIndex()));
         const CertificateFault oFault = FaultOf(X509_STORE_CTX_get_error(pStore));
         if (!(pRules->m_nFlags & oFault.nForgivenBy))
         {

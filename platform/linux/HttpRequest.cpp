@@ -85,8 +85,11 @@ HttpSession::~HttpSession()
 
 HttpConnection::HttpConnection(std::shared_ptr<HttpSession> pOfSession, std::string strOfServer, INTERNET_PORT nOfPort,
                                std::string strOfUser, std::string strOfPassword)
-    : pSession(std::move(pOfSession)), strServer(std::move(strOfServer)), nPort(nOfPort),
-      strUser(std::move(strOfUser)), strPassword(std::move(strOfPassword))
+    : pSession(std::move(pOfSession)),
+      strServer(std::move(strOfServer)),
+      nPort(nOfPort),
+      strUser(std::move(strOfUser)),
+      strPassword(std::move(strOfPassword))
 {
 }
 

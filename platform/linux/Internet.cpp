@@ -15,9 +15,9 @@ namespace
 constexpr DWORD nStatusProxyAuthentication = 407;
 constexpr DWORD nForgivingFlags =
     SECURITY_FLAG_IGNORE_UNKNOWN_CA | SECURITY_FLAG_IGNORE_CERT_CN_INVALID | SECURITY_FLAG_IGNORE_CERT_DATE_INVALID;
-constexpr DWORD nKnownRequestFlags =
-    INTERNET_FLAG_SECURE | INTERNET_FLAG_KEEP_CONNECTION | INTERNET_FLAG_NO_AUTO_REDIRECT |
-    INTERNET_FLAG_PRAGMA_NOCACHE | INTERNET_FLAG_IGNORE_CERT_CN_INVALID | INTERNET_FLAG_IGNORE_CERT_DATE_INVALID;
+constexpr DWORD nKnownRequestFlags = INTERNET_FLAG_SECURE | INTERNET_FLAG_KEEP_CONNECTION |
+                                     INTERNET_FLAG_NO_AUTO_REDIRECT | INTERNET_FLAG_PRAGMA_NOCACHE |
+                                     INTERNET_FLAG_IGNORE_CERT_CN_INVALID | INTERNET_FLAG_IGNORE_CERT_DATE_INVALID;
 
 std::string OrEmpty(LPCSTR pszText)
 {
@@ -80,7 +80,8 @@ std::string WhoAsks(const HttpRequest& oRequest)
     std::string strText = "The proxy for " + oRequest.Connection().strServer + " asks for a name and a password.";
     if (const std::string_view strRealm = FindHeader(oRequest.Headers(), "Proxy-Authenticate"); !strRealm.empty())
         strText.append(" (").append(strRealm).append(")");
-    std::replace_if(strText.begin(), strText.end(), [](unsigned char ch) { return ch < ' ' || ch >= 0x7f; }, '?');
+    std::replace_if(
+        strText.begin(), strText.end(), [](unsigned char ch) { return ch < ' ' || ch >= 0x7f; }, '?');
     return strText;
 }
 }
@@ -148,12 +149,9 @@ BOOL win32::HttpQueryInfoA(HINTERNET hRequest, DWORD nLevel, LPVOID pBuffer, LPD
     {
     case HTTP_QUERY_RAW_HEADERS_CRLF:
         return GiveOut(pRequest->Headers().data(), static_cast<DWORD>(pRequest->Headers().size()), 1, pBuffer, pnSize);
-    case HTTP_QUERY_STATUS_CODE | HTTP_QUERY_FLAG_NUMBER:
-        return GiveOut(&nStatus, sizeof nStatus, 0, pBuffer, pnSize);
-    case HTTP_QUERY_CONTENT_LENGTH | HTTP_QUERY_FLAG_NUMBER:
-        return QueryContentLength(*pRequest, pBuffer, pnSize);
-    default:
-        return Fail(ERROR_NOT_SUPPORTED, FALSE);
+    case HTTP_QUERY_STATUS_CODE | HTTP_QUERY_FLAG_NUMBER: return GiveOut(&nStatus, sizeof nStatus, 0, pBuffer, pnSize);
+    case HTTP_QUERY_CONTENT_LENGTH | HTTP_QUERY_FLAG_NUMBER: return QueryContentLength(*pRequest, pBuffer, pnSize);
+    default: return Fail(ERROR_NOT_SUPPORTED, FALSE);
     }
 }
 

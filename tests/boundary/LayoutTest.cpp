@@ -1,6 +1,7 @@
 // Hosts are compiled against these layouts: sizes, offsets and slots of the 32-bit build.
 #include "ZevrinUtils/CritSection.h"
 #include "ZevrinUtils/DNSResolver.h"
+#include "ZevrinUtils/HttpServices.h"
 #include "ZevrinUtils/PortListener.h"
 
 #include <cstddef>
@@ -42,6 +43,18 @@ struct CSPortListenerPeer
     static_assert(!bWindows32 || (offsetof(R, m_hThread) == 12 && sizeof(R) == 16));
 };
 
+struct CHttpServicesPeer
+{
+    using H = CHttpServices;
+    static_assert(!bWindows32 || (offsetof(H, m_pSession) == 4 && offsetof(H, m_pConnection) == 8));
+    static_assert(!bWindows32 || (offsetof(H, m_pObserver) == 12 && offsetof(H, m_pFile) == 16));
+    static_assert(!bWindows32 || (offsetof(H, m_strAppName) == 20 && offsetof(H, m_strUserName) == 44));
+    static_assert(!bWindows32 || (offsetof(H, m_strPassword) == 68 && offsetof(H, m_nGetPostType) == 92));
+    static_assert(!bWindows32 || (offsetof(H, m_bAbort) == 96 && offsetof(H, m_bSecure) == 100));
+    static_assert(!bWindows32 || (offsetof(H, m_nSecurePort) == 104 && sizeof(H) == 108));
+    static_assert(!std::has_virtual_destructor_v<CHTTPRequestObserver>);
+};
+
 namespace
 {
 // A pointer to a virtual operation holds the place of its slot, in bytes and plus one.
@@ -66,4 +79,9 @@ TEST(Layout, VirtualOperationsStandInTheirSlots)
     EXPECT_EQ(SlotOf(&ZVString::GetString), 4u);
     EXPECT_EQ(SlotOf(&ZVString::Detach), 5u);
     EXPECT_EQ(SlotOf(&ZVString::Attach), 6u);
+    EXPECT_EQ(SlotOf(&CHTTPRequestObserver::OnContentLength), 0u);
+    EXPECT_EQ(SlotOf(&CHTTPRequestObserver::bOnDataBlock), 1u);
+    EXPECT_EQ(SlotOf(&CHTTPRequestObserver::bKeepRunning), 2u);
+    EXPECT_EQ(SlotOf(&CHTTPRequestObserver::OnRequestEnd), 3u);
+    EXPECT_EQ(SlotOf(&CHTTPRequestObserver::OnDialogShown), 4u);
 }
