@@ -1,11 +1,12 @@
 #include "HttpRequest.h"
 
+#include "Curl.h"
+
 #include <algorithm>
 #include <charconv>
 #include <chrono>
 #include <cstdlib>
 #include <cstring>
-#include <mutex>
 #include <new>
 #include <utility>
 
@@ -13,53 +14,11 @@
 
 namespace
 {
-constexpr long nConnectSeconds = 60;
 constexpr auto nMostSilence = std::chrono::minutes(60);   // between two signs of life of a server
 constexpr long nMostRedirects = 50;
 constexpr long nNetworkBlock = 0x20000;             // bytes that are taken off the network at a time
 constexpr std::size_t nDrainedForReuse = 0x10000;   // an answer no longer than this is read to keep its connection
 constexpr const char* pszWebSchemes = "http,https";
-
-void StartLibrary()
-{
-    static std::once_flag s_oStarted;
-    std::call_once(s_oStarted, [] { curl_global_init(CURL_GLOBAL_DEFAULT); });   // never undone: others may use it
-}
-
-struct TransferError
-{
-    CURLcode nResult;
-    DWORD nError;
-};
-constexpr TransferError s_aErrors[] = {
-    {CURLE_URL_MALFORMAT, ERROR_INTERNET_INVALID_URL},
-    {CURLE_UNSUPPORTED_PROTOCOL, ERROR_HTTP_REDIRECT_FAILED},   // of a location: our own URLs are web URLs
-    {CURLE_COULDNT_RESOLVE_HOST, ERROR_INTERNET_NAME_NOT_RESOLVED},
-    {CURLE_COULDNT_RESOLVE_PROXY, ERROR_INTERNET_NAME_NOT_RESOLVED},
-    {CURLE_COULDNT_CONNECT, ERROR_INTERNET_CANNOT_CONNECT},
-    {CURLE_PROXY, ERROR_INTERNET_CANNOT_CONNECT},
-    {CURLE_OPERATION_TIMEDOUT, ERROR_INTERNET_TIMEOUT},
-    {CURLE_TOO_MANY_REDIRECTS, ERROR_HTTP_REDIRECT_FAILED},
-    {CURLE_GOT_NOTHING, ERROR_INTERNET_CONNECTION_ABORTED},
-    {CURLE_SEND_ERROR, ERROR_INTERNET_CONNECTION_RESET},
-    {CURLE_RECV_ERROR, ERROR_INTERNET_CONNECTION_RESET},
-    {CURLE_PARTIAL_FILE, ERROR_INTERNET_CONNECTION_RESET},
-    {CURLE_WEIRD_SERVER_REPLY, ERROR_HTTP_INVALID_SERVER_RESPONSE},
-    {CURLE_BAD_CONTENT_ENCODING, ERROR_HTTP_INVALID_SERVER_RESPONSE},
-    {CURLE_SSL_CONNECT_ERROR, ERROR_INTERNET_SECURITY_CHANNEL_ERROR},
-    {CURLE_OUT_OF_MEMORY, ERROR_NOT_ENOUGH_MEMORY},
-    {CURLE_WRITE_ERROR, ERROR_NOT_ENOUGH_MEMORY},   // what our own callbacks answer when memory is short
-};
-
-DWORD TabledErrorOf(CURLcode nResult)
-{
-    if (nResult == CURLE_OK)
-        return ERROR_SUCCESS;
-    for (const TransferError& oError : s_aErrors)
-        if (oError.nResult == nResult)
-            return oError.nError;
-    return ERROR_INTERNET_INTERNAL_ERROR;
-}
 
 std::string EscapeBlanks(const std::string& strText)
 {
@@ -72,7 +31,7 @@ std::string EscapeBlanks(const std::string& strText)
 
 HttpSession::HttpSession(std::string strAgent) : m_strAgent(std::move(strAgent))
 {
-    StartLibrary();
+    StartCurl();
     m_pTransfers = curl_multi_init();
     if (!m_pTransfers)
         throw std::bad_alloc();
@@ -315,7 +274,7 @@ bool HttpRequest::IsAnswered() const
 DWORD HttpRequest::ErrorOf(CURLcode nResult) const
 {
     if (nResult != CURLE_PEER_FAILED_VERIFICATION)
-        return TabledErrorOf(nResult);
+        return ErrorOfTransfer(nResult);
     // libcurl itself judges the name alone.
     return m_oRules.Refusal() ? m_oRules.Refusal() : ERROR_INTERNET_SEC_CERT_CN_INVALID;
 }
@@ -387,37 +346,4 @@ void HttpRequest::TakeHeader(std::string_view strLine)
     strLine = strLine.substr(0, strLine.find_last_not_of("\r\n") + 1);
     m_strHeaders.append(strLine).append("\r\n");
     m_bHeadersComplete = strLine.empty();
-}
-
-namespace
-{
-struct Freed
-{
-    void operator()(CURLU* pUrl) const noexcept { curl_url_cleanup(pUrl); }
-    void operator()(CURL* pTransfer) const noexcept { curl_easy_cleanup(pTransfer); }
-    void operator()(char* pszPart) const noexcept { curl_free(pszPart); }
-};
-}
-
-// As a plain connection to the server's port, whatever the URL's scheme would do there.
-DWORD TryToConnect(const char* pszUrl)
-{
-    StartLibrary();
-    const std::unique_ptr<CURLU, Freed> pUrl(curl_url());
-    const std::unique_ptr<CURL, Freed> pTransfer(curl_easy_init());
-    if (!pUrl || !pTransfer)
-        return ERROR_NOT_ENOUGH_MEMORY;
-    char* pszPort = nullptr;
-    if (curl_url_set(pUrl.get(), CURLUPART_URL, pszUrl, 0) != CURLUE_OK ||
-        curl_url_get(pUrl.get(), CURLUPART_PORT, &pszPort, CURLU_DEFAULT_PORT) != CURLUE_OK)
-        return ERROR_INTERNET_INVALID_URL;
-    const std::unique_ptr<char, Freed> pszOwnedPort(pszPort);
-    curl_url_set(pUrl.get(), CURLUPART_SCHEME, "http", 0);
-    curl_url_set(pUrl.get(), CURLUPART_PORT, pszPort, 0);
-    curl_easy_setopt(pTransfer.get(), CURLOPT_CURLU, pUrl.get());
-    curl_easy_setopt(pTransfer.get(), CURLOPT_CONNECT_ONLY, 1L);
-    curl_easy_setopt(pTransfer.get(), CURLOPT_PROXY, "");
-    curl_easy_setopt(pTransfer.get(), CURLOPT_NOSIGNAL, 1L);
-    curl_easy_setopt(pTransfer.get(), CURLOPT_CONNECTTIMEOUT, nConnectSeconds);
-    return TabledErrorOf(curl_easy_perform(pTransfer.get()));
 }

@@ -105,6 +105,3 @@ private:
     std::string m_strBody;      // what has arrived
     std::size_t m_nTaken = 0;   // of which so much was read
 };
-
-// Connects to the server of a web URL, without a proxy and without sending anything.
-DWORD TryToConnect(const char* pszUrl);

@@ -1,6 +1,7 @@
 #include "system/Internet.h"
 
 #include "CredentialsPrompt.h"
+#include "Curl.h"
 #include "Failure.h"
 #include "HttpRequest.h"
 
