@@ -160,7 +160,8 @@ void HttpRequest::SetSession()
 // which is another thing than a failure.
 void HttpRequest::SetTrust()
 {
-    m_oRules.SetFlags(m_nFlags);
+    // Only these two: the flag against caches has the value of the one that forgives an unknown authority.
+    m_oRules.SetFlags(m_nFlags & (INTERNET_FLAG_IGNORE_CERT_CN_INVALID | INTERNET_FLAG_IGNORE_CERT_DATE_INVALID));
     const char* pszFile = secure_getenv("SSL_CERT_FILE");
     if (!pszFile)
         pszFile = curl_version_info(CURLVERSION_NOW)->cainfo;
