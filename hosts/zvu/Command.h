@@ -20,4 +20,6 @@ using Action = std::function<int()>;
 
 // Each adds its command, which sets the action when it is chosen.
 void AddListen(CLI::App& oApp, Action& action);
+void AddRegistry(CLI::App& oApp, Action& action);
 void AddResolve(CLI::App& oApp, Action& action);
+void AddSql(CLI::App& oApp, Action& action);

@@ -11,7 +11,9 @@ int Run(int nArguments, char** ppArguments)
     oApp.require_subcommand(1);
     Action action;
     AddListen(oApp, action);
+    AddRegistry(oApp, action);
     AddResolve(oApp, action);
+    AddSql(oApp, action);
     try
     {
         oApp.parse(nArguments, ppArguments);

@@ -1,8 +1,10 @@
 // Hosts are compiled against these layouts: sizes, offsets and slots of the 32-bit build.
+#include "ZevrinUtils/ConfigParams.h"
 #include "ZevrinUtils/CritSection.h"
 #include "ZevrinUtils/DNSResolver.h"
 #include "ZevrinUtils/HttpServices.h"
 #include "ZevrinUtils/PortListener.h"
+#include "ZevrinUtils/SQLFileParser.h"
 
 #include <cstddef>
 #include <cstring>
@@ -31,6 +33,13 @@ struct CSDNSResolverPeer
     static_assert(!bWindows32 || offsetof(R, m_oResolutionQueue) == 92);
     static_assert(!bWindows32 || sizeof(R) == 104);
 };
+
+struct CConfigParamsPeer : CConfigParamsBase
+{
+    using CConfigParamsBase::OpenKeys;
+};
+static_assert(sizeof(CConfigParamsBase) == sizeof(void*) && sizeof(CSSQLFileParser) == sizeof(void*));
+static_assert(std::has_virtual_destructor_v<CConfigParamsBase> && std::has_virtual_destructor_v<CSSQLFileParser>);
 
 struct CSPortListenerPeer
 {
@@ -84,4 +93,5 @@ TEST(Layout, VirtualOperationsStandInTheirSlots)
     EXPECT_EQ(SlotOf(&CHTTPRequestObserver::bKeepRunning), 2u);
     EXPECT_EQ(SlotOf(&CHTTPRequestObserver::OnRequestEnd), 3u);
     EXPECT_EQ(SlotOf(&CHTTPRequestObserver::OnDialogShown), 4u);
+    EXPECT_EQ(SlotOf(&CConfigParamsPeer::OpenKeys), 2u);
 }

@@ -31,6 +31,10 @@ using HANDLE = void*;
 using HMODULE = void*;
 using HWND = void*;
 
+// A key of the registry, and the root of those that belong to the machine.
+using HKEY = struct HKEY__*;
+#define HKEY_LOCAL_MACHINE (reinterpret_cast<HKEY>(std::uintptr_t{0x80000002}))
+
 // A lock of the platform, plain data as on Windows.
 struct CRITICAL_SECTION
 {

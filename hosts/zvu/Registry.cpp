@@ -1,0 +1,156 @@
+// zvu registry: parameters read and written from the command line.
+#include "Command.h"
+
+#include "ZevrinUtils/ConfigParams.h"
+
+#include <cstdint>
+#include <iostream>
+
+namespace
+{
+struct Options
+{
+    std::string strPath;
+    std::string strName;
+    std::string strValue;
+    std::uint32_t nValue = 0;
+};
+
+int FailedToOpen(const Options& oOptions, long nError)
+{
+    std::cerr << "zvu: the key '" << oOptions.strPath << "' cannot be opened: error " << nError << '\n';
+    return eFailed;
+}
+
+int NoSuchValue(const Options& oOptions, const char* pszWhy)
+{
+    std::cerr << "zvu: no value '" << oOptions.strName << "' that " << pszWhy << '\n';
+    return eFailed;
+}
+
+int Exists(const Options& oOptions)
+{
+    const bool bExists = CConfigParamsBase().IsRegistryKeyExists(HKEY_LOCAL_MACHINE, oOptions.strPath.c_str());
+    std::cout << (bExists ? "true\n" : "false\n");
+    return bExists ? eSucceeded : eFailed;
+}
+
+// A listing does not tell whether it could open the key.
+template <auto pList>
+int List(const Options& oOptions)
+{
+    CConfigParamsBase oParams;
+    HKEY hKey = nullptr;
+    if (const long nError = oParams.OpenRegistry(oOptions.strPath.c_str(), hKey))
+        return FailedToOpen(oOptions, nError);
+    oParams.CloseRegistry(hKey);
+    std::vector<std::string> oLines;
+    (oParams.*pList)(oOptions.strPath.c_str(), oLines);
+    for (const auto& strLine : oLines)
+        std::cout << strLine << '\n';
+    return eSucceeded;
+}
+
+int Get(const Options& oOptions)
+{
+    std::string strValue;
+    if (!CConfigParamsBase().getRegString(oOptions.strPath.c_str(), oOptions.strName.c_str(), strValue))
+        return NoSuchValue(oOptions, "has at most 2047 bytes");
+    std::cout << strValue << '\n';
+    return eSucceeded;
+}
+
+int GetDword(const Options& oOptions)
+{
+    unsigned long nValue = 0;
+    if (!CConfigParamsBase().getRegDWORD(oOptions.strPath.c_str(), oOptions.strName.c_str(), nValue))
+        return NoSuchValue(oOptions, "has at most 4 bytes");
+    std::cout << nValue << '\n';
+    return eSucceeded;
+}
+
+// Does something to the opened key.
+template <class Change>
+int ChangeKey(const Options& oOptions, long (CConfigParamsBase::*pOpen)(HKEY, const char*, HKEY&), Change change)
+{
+    CConfigParamsBase oParams;
+    HKEY hKey = nullptr;
+    if (const long nError = (oParams.*pOpen)(HKEY_LOCAL_MACHINE, oOptions.strPath.c_str(), hKey))
+        return FailedToOpen(oOptions, nError);
+    change(oParams, hKey);
+    oParams.CloseRegistry(hKey);
+    return eSucceeded;
+}
+
+int Set(const Options& oOptions)
+{
+    return ChangeKey(oOptions, &CConfigParamsBase::OpenRegistry, [&](CConfigParamsBase& oParams, HKEY& hKey) {
+        oParams.setRegString(hKey, oOptions.strName.c_str(), oOptions.strValue.c_str());
+    });
+}
+
+int SetDword(const Options& oOptions)
+{
+    return ChangeKey(oOptions, &CConfigParamsBase::OpenRegistry, [&](CConfigParamsBase& oParams, HKEY& hKey) {
+        oParams.setRegDWORD(hKey, oOptions.strName.c_str(), oOptions.nValue);
+    });
+}
+
+int Delete(const Options& oOptions)
+{
+    return ChangeKey(oOptions, &CConfigParamsBase::OpenRegistryKey, [&](CConfigParamsBase& oParams, HKEY& hKey) {
+        oParams.DeleteRegValue(hKey, oOptions.strName.c_str());
+    });
+}
+
+enum eArguments
+{
+    ePath,
+    eName,   // and the path
+    eText,   // and both
+    eNumber
+};
+
+struct Operation
+{
+    const char* pszName;
+    const char* pszHelp;
+    eArguments eTakes;
+    int (*pfnRun)(const Options&);
+};
+const Operation s_aOperations[] = {
+    {"exists", "Tell whether a key is there", ePath, &Exists},
+    {"keys", "Print the names of a key's subkeys", ePath, &List<&CConfigParamsBase::getRegSubKeys>},
+    {"values", "Print the data of a key's values", ePath, &List<&CConfigParamsBase::getRegSubKeyValues>},
+    {"get", "Print a text", eName, &Get},
+    {"get-dword", "Print a number", eName, &GetDword},
+    {"set", "Write a text", eText, &Set},
+    {"set-dword", "Write a number", eNumber, &SetDword},
+    {"delete", "Remove a value", eName, &Delete},
+};
+
+void AddOperation(CLI::App& oGroup, const Operation& oOperation, Action& action)
+{
+    const auto pOptions = std::make_shared<Options>();
+    auto* const pCommand = oGroup.add_subcommand(oOperation.pszName, oOperation.pszHelp);
+    pCommand->add_option("PATH", pOptions->strPath, "Key under HKEY_LOCAL_MACHINE")->required();
+    if (oOperation.eTakes != ePath)
+        pCommand->add_option("NAME", pOptions->strName, "Name of the value")->required();
+    if (oOperation.eTakes == eText)
+        pCommand->add_option("VALUE", pOptions->strValue, "Text to write")->required();
+    if (oOperation.eTakes == eNumber)
+        pCommand->add_option("VALUE", pOptions->nValue, "Number to write, of 32 bits")->required();
+    pCommand->callback(
+        [pOptions, pfnRun = oOperation.pfnRun, &action] { action = [pOptions, pfnRun] { return pfnRun(*pOptions); }; });
+}
+}
+
+void AddRegistry(CLI::App& oApp, Action& action)
+{
+    auto* const pGroup = oApp.add_subcommand("registry", "Read and write parameters in the registry");
+    pGroup->require_subcommand(1);
+    for (const auto& oOperation : s_aOperations)
+        AddOperation(*pGroup, oOperation, action);
+    pGroup->footer("All but exists and delete create a key that is not there.\n"
+                   "Example: zvu registry set 'Software\\Example' Greeting hello");
+}

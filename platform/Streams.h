@@ -1,0 +1,20 @@
+// The C library's files.
+#pragma once
+
+#include "platform/Service.h"
+#include "system/Call.h"
+#include "system/Streams.h"
+
+struct StreamCalls
+{
+    // Null if the file cannot be opened. "r" is text on Windows: a Ctrl-Z ends it, and CR LF reads as LF.
+    PLATFORM_CALL(fopen);
+    // The count of whole items read; 0 at the end and after a failure.
+    PLATFORM_CALL(fread);
+    PLATFORM_CALL(fclose);
+};
+
+inline const StreamCalls& Streams() noexcept
+{
+    return PlatformService<StreamCalls>::InForce();
+}

@@ -1,0 +1,295 @@
+#include "system/Registry.h"
+
+#include "CaseFold.h"
+#include "Failure.h"
+#include "KernelObject.h"
+#include "RegistryFile.h"
+#include "RegistryStore.h"
+#include "platform/Immortal.h"
+
+#include <algorithm>
+#include <cstring>
+#include <mutex>
+
+#include <pthread.h>
+
+namespace
+{
+constexpr REGSAM nWriteRights = KEY_ALL_ACCESS & ~KEY_READ;
+constexpr std::ptrdiff_t nLongestKeyName = 255;   // in characters
+constexpr std::ptrdiff_t nLongestValueName = 16383;
+
+struct Key final : KernelObject
+{
+    Key(std::int64_t nNumber, std::string strWhere, REGSAM nGranted)
+        : nId(nNumber), strPath(std::move(strWhere)), nRights(nGranted)
+    {
+    }
+
+    const std::int64_t nId;
+    const std::string strPath;
+    const REGSAM nRights;
+    RegistryCursor oSubKeys;   // the cursors are used with the connection's lock held
+    RegistryCursor oValues;
+};
+
+// The process's one connection, made by the first call that needs it. It is closed before a fork, since neither
+// side could go on with it, and when the module goes; the next call makes a new one.
+class Connection
+{
+public:
+    Connection() { pthread_atfork(&Connection::BeforeFork, &Connection::AfterFork, &Connection::AfterFork); }
+
+    template <class Body>
+    DWORD Use(Body body)
+    {
+        const std::lock_guard oHold(m_oLock);
+        if (!m_oStore)
+        {
+            static const std::string s_strPath = RegistryPath();   // once: the folder of the process may change
+            m_oStore.emplace(s_strPath);
+        }
+        return body(*m_oStore);
+    }
+
+    void Close()
+    {
+        const std::lock_guard oHold(m_oLock);
+        m_oStore.reset();
+    }
+
+    static Connection& Instance();
+
+private:
+    static void BeforeFork()
+    {
+        Instance().m_oLock.lock();
+        Instance().m_oStore.reset();
+    }
+    static void AfterFork() { Instance().m_oLock.unlock(); }
+
+    std::mutex m_oLock;
+    std::optional<RegistryStore> m_oStore;
+};
+
+struct AtUnload
+{
+    ~AtUnload() { Connection::Instance().Close(); }
+};
+
+Connection& Connection::Instance()
+{
+    static Immortal<Connection> s_oConnection;
+    static const AtUnload s_oAtUnload;
+    return *s_oConnection;
+}
+
+// Makes a call of the registry, whose body gives the error number or throws it.
+template <class Body>
+LSTATUS Call(Body body)
+{
+    try
+    {
+        return static_cast<LSTATUS>(Connection::Instance().Use(body));
+    }
+    catch (const RegistryFailure& oFailure)
+    {
+        return static_cast<LSTATUS>(oFailure.nError);
+    }
+    catch (const std::bad_alloc&)
+    {
+        return ERROR_NOT_ENOUGH_MEMORY;
+    }
+}
+
+std::shared_ptr<Key> FindKey(HKEY hKey, REGSAM nNeeded)
+{
+    if (hKey == HKEY_LOCAL_MACHINE)
+        return std::make_shared<Key>(0, "", KEY_ALL_ACCESS);
+    auto pKey = FindObjectOf<Key>(hKey);
+    if (!pKey)
+        throw RegistryFailure{ERROR_INVALID_HANDLE};
+    if ((pKey->nRights & nNeeded) != nNeeded)
+        throw RegistryFailure{ERROR_ACCESS_DENIED};
+    return pKey;
+}
+
+void Require(bool bSupported)
+{
+    if (!bSupported)
+        throw RegistryFailure{ERROR_NOT_SUPPORTED};
+}
+
+bool IsLongerThan(std::ptrdiff_t nMost, std::string_view strName)
+{
+    return std::count_if(strName.begin(), strName.end(), [](char ch) { return (ch & 0xC0) != 0x80; }) > nMost;
+}
+
+// The path with one backslash between two names and none behind the last; null is the key itself.
+std::string WellFormed(LPCSTR pszPath)
+{
+    if (!pszPath)
+        return {};
+    if (*pszPath == '\\')
+        throw RegistryFailure{ERROR_BAD_PATHNAME};
+    std::string strPath;
+    for (const char* psz = pszPath; *psz; psz += std::strspn(psz, "\\"))
+    {
+        const std::string_view strName(psz, std::strcspn(psz, "\\"));
+        if (IsLongerThan(nLongestKeyName, strName))
+            throw RegistryFailure{ERROR_INVALID_PARAMETER};
+        strPath.append(strPath.empty() ? "" : "\\").append(strName);
+        psz += strName.size();
+    }
+    return strPath;
+}
+
+// Opens the key, or gives the number that find makes of a missing one.
+template <class Find>
+HKEY Open(RegistryStore& oStore, HKEY hRoot, LPCSTR pszPath, REGSAM nRights, Find find)
+{
+    const auto pRoot = FindKey(hRoot, 0);
+    const std::string strNames = WellFormed(pszPath);
+    std::string strPath = pRoot->strPath;
+    if (!strNames.empty())
+        strPath += (strPath.empty() ? "" : "\\") + FoldCase(strNames);
+    auto nKey = oStore.FindKey(strPath);
+    if (!nKey)
+        nKey = find(*pRoot, strNames);
+    if ((nRights & nWriteRights) && !oStore.IsWritable())
+        throw RegistryFailure{ERROR_ACCESS_DENIED};
+    return static_cast<HKEY>(OpenHandle(std::make_shared<Key>(*nKey, std::move(strPath), nRights)));
+}
+
+LPCSTR OrEmpty(LPCSTR pszName) noexcept
+{
+    return pszName ? pszName : "";
+}
+
+// Both give false if what there is does not fit.
+bool GiveName(const std::string& strName, char* pszName, LPDWORD pnLength)
+{
+    if (strName.size() >= *pnLength)
+        return false;
+    std::memcpy(pszName, strName.c_str(), strName.size() + 1);
+    *pnLength = static_cast<DWORD>(strName.size());
+    return true;
+}
+
+bool GiveBytes(const std::string& strBytes, LPBYTE pData, LPDWORD pnSize)
+{
+    if (!pnSize)
+        return true;
+    const auto nSize = static_cast<DWORD>(strBytes.size());
+    const bool bFits = !pData || nSize <= *pnSize;
+    if (pData && bFits)
+        std::copy(strBytes.begin(), strBytes.end(), pData);
+    *pnSize = nSize;
+    return bFits;
+}
+}
+
+LSTATUS win32::RegOpenKeyExA(HKEY hRoot, LPCSTR pszPath, DWORD nOptions, REGSAM nRights, HKEY* phKey)
+{
+    return Call([&](RegistryStore& oStore) {
+        Require(nOptions == 0);
+        *phKey = Open(oStore, hRoot, pszPath, nRights, [](const Key&, const std::string&) -> std::int64_t {
+            throw RegistryFailure{ERROR_FILE_NOT_FOUND};
+        });
+        return ERROR_SUCCESS;
+    });
+}
+
+LSTATUS win32::RegCreateKeyExA(HKEY hRoot, LPCSTR pszPath, DWORD nReserved, char* pszClass, DWORD nOptions,
+                               REGSAM nRights, LPSECURITY_ATTRIBUTES pSecurity, HKEY* phKey, LPDWORD pnDisposition)
+{
+    return Call([&](RegistryStore& oStore) {
+        Require(nReserved == 0 && !pszClass && nOptions == REG_OPTION_NON_VOLATILE && !pSecurity);
+        DWORD nDisposition = REG_OPENED_EXISTING_KEY;
+        *phKey = Open(oStore, hRoot, pszPath, nRights, [&](const Key& oRoot, const std::string& strNames) {
+            nDisposition = REG_CREATED_NEW_KEY;
+            return oStore.CreateKey(oRoot.nId, oRoot.strPath, strNames);
+        });
+        if (pnDisposition)
+            *pnDisposition = nDisposition;
+        return ERROR_SUCCESS;
+    });
+}
+
+// The root is no handle of anybody's and stays open.
+LSTATUS win32::RegCloseKey(HKEY hKey)
+{
+    const bool bClosed = hKey == HKEY_LOCAL_MACHINE || (FindObjectOf<Key>(hKey) && ForgetHandle(hKey));
+    return bClosed ? ERROR_SUCCESS : ERROR_INVALID_HANDLE;
+}
+
+LSTATUS win32::RegQueryValueExA(HKEY hKey, LPCSTR pszName, LPDWORD pReserved, LPDWORD pnType, LPBYTE pData,
+                                LPDWORD pnSize)
+{
+    return Call([&](RegistryStore& oStore) {
+        Require(!pReserved);
+        const auto pKey = FindKey(hKey, KEY_QUERY_VALUE);
+        if (pData && !pnSize)
+            return ERROR_INVALID_PARAMETER;
+        const auto oValue = oStore.ReadValue(pKey->nId, OrEmpty(pszName));
+        if (!oValue)
+            return ERROR_FILE_NOT_FOUND;
+        if (pnType)
+            *pnType = oValue->nType;
+        return GiveBytes(oValue->strBytes, pData, pnSize) ? ERROR_SUCCESS : ERROR_MORE_DATA;
+    });
+}
+
+LSTATUS win32::RegSetValueExA(HKEY hKey, LPCSTR pszName, DWORD nReserved, DWORD nType, const BYTE* pData, DWORD nSize)
+{
+    return Call([&](RegistryStore& oStore) {
+        Require(nReserved == 0);
+        const auto pKey = FindKey(hKey, KEY_SET_VALUE);
+        if (IsLongerThan(nLongestValueName, OrEmpty(pszName)))
+            return ERROR_INVALID_PARAMETER;
+        oStore.WriteValue(pKey->nId, OrEmpty(pszName), nType, {pData, nSize});
+        return ERROR_SUCCESS;
+    });
+}
+
+LSTATUS win32::RegDeleteValueA(HKEY hKey, LPCSTR pszName)
+{
+    return Call([&](RegistryStore& oStore) {
+        const auto pKey = FindKey(hKey, KEY_SET_VALUE);
+        return oStore.DeleteValue(pKey->nId, OrEmpty(pszName)) ? ERROR_SUCCESS : ERROR_FILE_NOT_FOUND;
+    });
+}
+
+LSTATUS win32::RegEnumKeyExA(HKEY hKey, DWORD nIndex, char* pszName, LPDWORD pnLength, LPDWORD pReserved,
+                             char* pszClass, LPDWORD pnClassLength, FILETIME* pTime)
+{
+    return Call([&](RegistryStore& oStore) {
+        Require(!pReserved && !pszClass && !pnClassLength && !pTime);
+        const auto pKey = FindKey(hKey, KEY_ENUMERATE_SUB_KEYS);
+        const auto oSubKey = oStore.ListSubKeys(pKey->nId, nIndex, pKey->oSubKeys);
+        if (!oSubKey)
+            return ERROR_NO_MORE_ITEMS;
+        return GiveName(oSubKey->strName, pszName, pnLength) ? ERROR_SUCCESS : ERROR_MORE_DATA;
+    });
+}
+
+LSTATUS win32::RegEnumValueA(HKEY hKey, DWORD nIndex, char* pszName, LPDWORD pnLength, LPDWORD pReserved,
+                             LPDWORD pnType, LPBYTE pData, LPDWORD pnSize)
+{
+    return Call([&](RegistryStore& oStore) {
+        Require(!pReserved);
+        const auto pKey = FindKey(hKey, KEY_QUERY_VALUE);
+        if (pData && !pnSize)
+            return ERROR_INVALID_PARAMETER;
+        const auto oValue = oStore.ListValues(pKey->nId, nIndex, pKey->oValues);
+        if (!oValue)
+            return ERROR_NO_MORE_ITEMS;
+        // The bytes first: where they do not fit, their count is told and the name is left alone.
+        if (oValue->strName.size() >= *pnLength || !GiveBytes(oValue->strBytes, pData, pnSize))
+            return ERROR_MORE_DATA;
+        GiveName(oValue->strName, pszName, pnLength);
+        if (pnType)
+            *pnType = oValue->nType;
+        return ERROR_SUCCESS;
+    });
+}

@@ -1,0 +1,22 @@
+// The file that holds the registry: where it lies, how it comes into being, and whether a file is one.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+// Of the tables that CreateRegistryFile makes.
+inline constexpr std::int64_t nRegistryVersion = 1;
+
+// The absolute path of the database, for this process:
+// - what the environment variable ZEVRIN_REGISTRY names, for tests and portable installations;
+// - otherwise the machine's, /var/lib/zevrinutils/registry.db, for an account that may write it;
+// - otherwise the account's own, $XDG_DATA_HOME/zevrinutils/registry.db, under ~/.local/share by default.
+std::string RegistryPath();
+
+// Makes the database, with all missing folders, where there is no file. Throws RegistryFailure.
+void CreateRegistryFile(const std::string& strPath);
+
+// Throws RegistryFailure unless the file is a registry by its first bytes and its size. SQLite is not let near
+// another's file: it could find a journal there, and act on it. Nobody in the process may have the file open:
+// closing it ends the locks of all.
+void RequireRegistryFile(const std::string& strPath);

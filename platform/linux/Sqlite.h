@@ -1,0 +1,88 @@
+// SQLite, with failures as exceptions and results that clean up after themselves.
+#pragma once
+
+#include "ZevrinUtils/Types.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include <sqlite3.h>
+
+// What ends a call of the registry: the number that its caller gets.
+struct RegistryFailure
+{
+    DWORD nError;
+};
+
+// For a result code of SQLite that is no success.
+[[noreturn]] void ThrowSqliteFailure(int nResult);
+
+// A connection, for one thread at a time. Not to be carried into a child process.
+class SqliteConnection
+{
+public:
+    // The flags are those of sqlite3_open_v2. The name is no pattern and no URI.
+    SqliteConnection(const std::string& strPath, int nFlags);
+
+    void Execute(const char* pszSql);
+    std::int64_t QueryNumber(const char* pszSql);
+    std::string QueryText(const char* pszSql);
+
+    sqlite3* Get() const noexcept { return m_pConnection.get(); }
+
+private:
+    struct Closer
+    {
+        void operator()(sqlite3* p) const noexcept { sqlite3_close(p); }
+    };
+
+    std::unique_ptr<sqlite3, Closer> m_pConnection;
+};
+
+// A statement that is made once and run often.
+class SqliteStatement
+{
+public:
+    SqliteStatement(const SqliteConnection& oConnection, const char* pszSql);
+
+    sqlite3_stmt* Get() const noexcept { return m_pStatement.get(); }
+
+private:
+    struct Finalizer
+    {
+        void operator()(sqlite3_stmt* p) const noexcept { sqlite3_finalize(p); }
+    };
+
+    std::unique_ptr<sqlite3_stmt, Finalizer> m_pStatement;
+};
+
+// One run of a statement. The arguments and the views that it gives last as long as it does.
+class SqliteRun
+{
+public:
+    template <class... Arguments>
+    explicit SqliteRun(const SqliteStatement& oStatement, const Arguments&... arguments)
+        : m_pStatement(oStatement.Get())
+    {
+        int nIndex = 0;
+        (Bind(++nIndex, arguments), ...);
+    }
+    ~SqliteRun() { sqlite3_reset(m_pStatement); }
+    SqliteRun(const SqliteRun&) = delete;
+    SqliteRun& operator=(const SqliteRun&) = delete;
+
+    // Goes on to the next row; false when there is none.
+    bool Next();
+
+    std::int64_t Number(int nColumn) const { return sqlite3_column_int64(m_pStatement, nColumn); }
+    std::string_view Bytes(int nColumn) const;
+
+private:
+    void Bind(int nIndex, std::int64_t nValue);
+    void Bind(int nIndex, std::string_view strText);
+    void Bind(int nIndex, std::basic_string_view<BYTE> oBlob);
+
+    sqlite3_stmt* m_pStatement;
+};
