@@ -43,7 +43,7 @@ need_packages() {
 
 need_linux_build() {
     need_packages build-essential cmake ninja-build ccache python3 libspdlog-dev libfmt-dev libcli11-dev googletest \
-        libcurl4-openssl-dev libsqlite3-dev libssl-dev
+        libcurl4-openssl-dev libsqlite3-dev libssl-dev uuid-dev
 }
 
 need_windows_build() {

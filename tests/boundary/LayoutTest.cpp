@@ -1,7 +1,9 @@
 // Hosts are compiled against these layouts: sizes, offsets and slots of the 32-bit build.
+#include "ZevrinUtils/Base64Coder.h"
 #include "ZevrinUtils/ConfigParams.h"
 #include "ZevrinUtils/CritSection.h"
 #include "ZevrinUtils/DNSResolver.h"
+#include "ZevrinUtils/Generators.h"
 #include "ZevrinUtils/HttpServices.h"
 #include "ZevrinUtils/PortListener.h"
 #include "ZevrinUtils/SQLFileParser.h"
@@ -64,6 +66,11 @@ struct CHttpServicesPeer
     static_assert(!std::has_virtual_destructor_v<CHTTPRequestObserver>);
 };
 
+struct Base64CoderPeer : Base64Coder
+{
+    static void Expect();
+};
+
 namespace
 {
 // A pointer to a virtual operation holds the place of its slot, in bytes and plus one.
@@ -74,6 +81,28 @@ std::size_t SlotOf(Operation pOperation)
     std::memcpy(&nPlace, &pOperation, sizeof nPlace);
     return (nPlace - 1) / sizeof(void*);
 }
+}
+
+void Base64CoderPeer::Expect()
+{
+    using C = Base64CoderPeer;
+    static_assert(!bWindows32 || (offsetof(C, m_nBlockSize) == 4 && offsetof(C, m_pBlockBuffer) == 8));
+    static_assert(!bWindows32 || (offsetof(C, m_pDecodeBuffer) == 12 && offsetof(C, m_pEncodeBuffer) == 16));
+    static_assert(!bWindows32 || (offsetof(C, m_nDecodeCapacity) == 20 && offsetof(C, m_nEncodeCapacity) == 24));
+    static_assert(!bWindows32 || (offsetof(C, m_nDecodeSize) == 28 && offsetof(C, m_nEncodeSize) == 32));
+    static_assert(!bWindows32 || (sizeof(C) == 36 && sizeof(TempBucket) == 5 && sizeof(CSPasswordUtils) == 4));
+    using Files = int (C::*)(const char*, const char*);
+    using Bytes = void (C::*)(BYTE*, unsigned long);
+    const std::size_t anSlots[] = {
+        SlotOf<Files>(&C::Encode),   SlotOf<Bytes>(&C::Encode),     SlotOf<Files>(&C::Decode),
+        SlotOf<Bytes>(&C::Decode),   SlotOf(&C::DecodedMessage),    SlotOf(&C::EncodedMessage),
+        SlotOf(&C::AllocEncode),     SlotOf(&C::AllocDecode),       SlotOf(&C::SetEncodeBuffer),
+        SlotOf(&C::SetDecodeBuffer), SlotOf(&C::GetDecodeDataSize), SlotOf(&C::_EncodeToBuffer),
+        SlotOf(&C::_DecodeToBuffer), SlotOf(&C::_EncodeRaw),        SlotOf(&C::_DecodeRaw),
+        SlotOf(&C::_IsBadMimeChar)};
+    std::size_t nSlot = 2;
+    for (const std::size_t nActual : anSlots)
+        EXPECT_EQ(nActual, nSlot++);
 }
 
 TEST(Layout, VirtualOperationsStandInTheirSlots)
@@ -94,4 +123,5 @@ TEST(Layout, VirtualOperationsStandInTheirSlots)
     EXPECT_EQ(SlotOf(&CHTTPRequestObserver::OnRequestEnd), 3u);
     EXPECT_EQ(SlotOf(&CHTTPRequestObserver::OnDialogShown), 4u);
     EXPECT_EQ(SlotOf(&CConfigParamsPeer::OpenKeys), 2u);
+    Base64CoderPeer::Expect();
 }

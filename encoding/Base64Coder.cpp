@@ -1,0 +1,246 @@
+#include "ZevrinUtils/Base64Coder.h"
+
+#include "encoding/Base64Table.h"
+#include "encoding/Runs.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <new>
+#include <typeinfo>
+#include <utility>
+
+char Base64Coder::m_DecodeTable[256];
+int Base64Coder::m_Init = 0;
+
+namespace
+{
+constexpr unsigned int nStorageShift = 12;   // steps of 4096 bytes
+constexpr std::uint64_t nLargestSide = 0xFFFFEFFF;
+
+// What a side is asked to hold. Sizes are 32-bit numbers: one that wraps would leave the side without the room
+// that coding then takes.
+unsigned long SideOf(std::uint64_t nSize)
+{
+    if (nSize > nLargestSide)
+        throw std::bad_alloc();
+    return static_cast<unsigned long>(nSize);
+}
+
+void MakeRoom(BYTE*& pBuffer, unsigned int& nCapacity, unsigned long nSize)
+{
+    if (nCapacity >= nSize)
+        return;
+    delete[] std::exchange(pBuffer, nullptr);
+    nCapacity = 0;
+    const auto nNew = ((static_cast<unsigned int>(nSize) >> nStorageShift) + 1) << nStorageShift;
+    pBuffer = new BYTE[nNew];
+    nCapacity = nNew;
+}
+
+BYTE ToByte(char ch)
+{
+    return static_cast<BYTE>(ch);
+}
+
+// Replaces padding by zero bits and gives the bytes that the group stands for. In a whole group padding counts
+// from the third place on, and the first two keep it. A short group has one byte for each character it has, not
+// three for each four of them: hosts know unpadded texts by their length.
+unsigned int TakePadding(Base64Coder::TempBucket& oGroup)
+{
+    const bool bWhole = oGroup.m_nSize == 4;
+    const unsigned int nBytes = !bWhole                              ? oGroup.m_nSize
+                                : oGroup.m_aData[2] == nPaddingValue ? 1
+                                : oGroup.m_aData[3] == nPaddingValue ? 2
+                                                                     : 3;
+    std::replace(oGroup.m_aData + (bWhole ? 2 : 0), std::end(oGroup.m_aData), nPaddingValue, BYTE{0});
+    return nBytes;
+}
+
+// A derived class may have replaced any step and is asked for each group. With an object of the class itself
+// nobody can tell, so that codes in runs.
+bool IsOfTheClassItself(const Base64Coder& oCoder)
+{
+    return typeid(oCoder) == typeid(Base64Coder);
+}
+}
+
+Base64Coder::Base64Coder() = default;
+
+Base64Coder::Base64Coder(const Base64Coder& oOther) = default;
+
+Base64Coder& Base64Coder::operator=(const Base64Coder& oOther) = default;
+
+Base64Coder::~Base64Coder()
+{
+    delete[] m_pDecodeBuffer;
+    delete[] m_pEncodeBuffer;
+    delete[] m_pBlockBuffer;
+}
+
+const char* Base64Coder::DecodedMessage() const
+{
+    return reinterpret_cast<const char*>(m_pDecodeBuffer);
+}
+
+const char* Base64Coder::EncodedMessage() const
+{
+    return reinterpret_cast<const char*>(m_pEncodeBuffer);
+}
+
+unsigned long Base64Coder::GetDecodeDataSize()
+{
+    return m_nDecodeSize;
+}
+
+void Base64Coder::AllocEncode(unsigned long nSize)
+{
+    m_nEncodeSize = 0;
+    MakeRoom(m_pEncodeBuffer, m_nEncodeCapacity, nSize);
+    std::fill_n(m_pEncodeBuffer, m_nEncodeCapacity, BYTE{0});
+}
+
+void Base64Coder::AllocDecode(unsigned long nSize)
+{
+    m_nDecodeSize = 0;
+    MakeRoom(m_pDecodeBuffer, m_nDecodeCapacity, nSize);
+    std::fill_n(m_pDecodeBuffer, m_nDecodeCapacity, BYTE{0});
+}
+
+void Base64Coder::SetDecodeBuffer(BYTE* const pBuffer, unsigned long nLength)
+{
+    AllocDecode(SideOf(nLength));
+    std::copy_n(pBuffer, nLength, m_pDecodeBuffer);
+    m_nDecodeSize = static_cast<unsigned int>(nLength);
+}
+
+void Base64Coder::SetEncodeBuffer(BYTE* const pBuffer, unsigned long nLength)
+{
+    AllocEncode(SideOf(nLength));
+    if (IsOfTheClassItself(*this))
+    {
+        m_nEncodeSize = static_cast<unsigned int>(BestRuns().Filter(pBuffer, nLength, m_pEncodeBuffer));
+        std::fill(m_pEncodeBuffer + m_nEncodeSize, m_pEncodeBuffer + nLength, BYTE{0});
+        return;
+    }
+    for (unsigned long n = 0; n < nLength; ++n)
+        if (_IsBadMimeChar(pBuffer[n]) == 0)
+            m_pEncodeBuffer[m_nEncodeSize++] = pBuffer[n];
+}
+
+int Base64Coder::_IsBadMimeChar(BYTE nChar)
+{
+    return IsSkipped(nChar);
+}
+
+void Base64Coder::_Init()
+{
+    std::copy(s_anBase64Values.begin(), s_anBase64Values.end(), m_DecodeTable);
+    m_Init = 1;
+}
+
+// Twice the input is more than the text takes. It is what hosts find as the capacity.
+void Base64Coder::Encode(BYTE* const pBuffer, unsigned long nLength)
+{
+    SetDecodeBuffer(pBuffer, nLength);
+    const unsigned long nRoom = SideOf(std::uint64_t{nLength} * 2);
+    unsigned long nIndex = 0;
+    if (IsOfTheClassItself(*this))
+    {
+        // As AllocEncode does, but it zeroes only what the run leaves.
+        MakeRoom(m_pEncodeBuffer, m_nEncodeCapacity, nRoom);
+        nIndex = static_cast<unsigned long>(BestRuns().Encode(m_pDecodeBuffer, nLength, m_pEncodeBuffer));
+        m_nEncodeSize = static_cast<unsigned int>(nIndex / 3 * 4);
+        std::fill(m_pEncodeBuffer + m_nEncodeSize, m_pEncodeBuffer + m_nEncodeCapacity, BYTE{0});
+    }
+    else
+        AllocEncode(nRoom);
+
+    while (nIndex < nLength)
+    {
+        TempBucket oGroup;
+        oGroup.m_nSize = static_cast<BYTE>(std::min(nLength - nIndex, 3UL));
+        std::copy_n(m_pDecodeBuffer + nIndex, oGroup.m_nSize, oGroup.m_aData);
+        _EncodeToBuffer(oGroup, m_pEncodeBuffer + m_nEncodeSize);
+        nIndex += 3;
+        m_nEncodeSize += 4;
+    }
+}
+
+void Base64Coder::_EncodeToBuffer(const TempBucket& oGroup, BYTE* pOut)
+{
+    TempBucket oValues;
+    _EncodeRaw(oValues, oGroup);
+    for (int n = 0; n < 4; ++n)
+        pOut[n] = static_cast<BYTE>(Base64Alphabet[oValues.m_aData[n] & 0x3F]);
+    if (oGroup.m_nSize == 1)
+        pOut[2] = '=';
+    if (oGroup.m_nSize == 1 || oGroup.m_nSize == 2)
+        pOut[3] = '=';
+}
+
+void Base64Coder::_EncodeRaw(TempBucket& oOut, const TempBucket& oIn)
+{
+    const auto& [a, b, c, d] = oIn.m_aData;
+    oOut.m_aData[0] = static_cast<BYTE>(a >> 2);
+    oOut.m_aData[1] = static_cast<BYTE>((a << 4 | b >> 4) & 0x3F);
+    oOut.m_aData[2] = static_cast<BYTE>((b << 2 | c >> 6) & 0x3F);
+    oOut.m_aData[3] = static_cast<BYTE>(c & 0x3F);
+}
+
+void Base64Coder::Decode(BYTE* const pBuffer, unsigned long nLength)
+{
+    if (!m_Init)
+        _Init();
+    SetEncodeBuffer(pBuffer, nLength);
+
+    unsigned int nIndex = 0;
+    const auto decodeRun = [&] {
+        const auto nDone =
+            BestRuns().Decode(m_pEncodeBuffer + nIndex, m_nEncodeSize - nIndex, m_pDecodeBuffer + m_nDecodeSize);
+        nIndex += static_cast<unsigned int>(nDone);
+        m_nDecodeSize += static_cast<unsigned int>(nDone / 4 * 3);
+    };
+    // A derived class may have changed the table, for all objects.
+    const bool bRuns = IsOfTheClassItself(*this) && std::ranges::equal(m_DecodeTable, s_anBase64Values, {}, ToByte);
+    if (bRuns)
+    {
+        // As AllocDecode does, but it zeroes only what the run leaves.
+        m_nDecodeSize = 0;
+        MakeRoom(m_pDecodeBuffer, m_nDecodeCapacity, SideOf(nLength));
+        decodeRun();
+        std::fill(m_pDecodeBuffer + m_nDecodeSize, m_pDecodeBuffer + m_nDecodeCapacity, BYTE{0});
+    }
+    else
+        AllocDecode(SideOf(nLength));
+
+    while (nIndex < m_nEncodeSize)
+    {
+        const unsigned int nCount = std::min(m_nEncodeSize - nIndex, 4U);
+        TempBucket oGroup;
+        oGroup.m_nSize = static_cast<BYTE>(nCount);
+        for (unsigned int n = 0; n < nCount; ++n)
+            oGroup.m_aData[n] = ToByte(m_DecodeTable[m_pEncodeBuffer[nIndex + n]]);
+        const unsigned int nBytes = TakePadding(oGroup);
+        _DecodeToBuffer(oGroup, m_pDecodeBuffer + m_nDecodeSize);
+        nIndex += nCount;
+        m_nDecodeSize += nBytes;
+        if (bRuns)
+            decodeRun();
+    }
+}
+
+unsigned long Base64Coder::_DecodeToBuffer(const TempBucket& oGroup, BYTE* pOut)
+{
+    TempBucket oBytes;
+    _DecodeRaw(oBytes, oGroup);
+    std::copy_n(oBytes.m_aData, 3, pOut);
+    return static_cast<unsigned long>(std::count_if(pOut, pOut + 3, [](BYTE nByte) { return nByte != 0xFF; }));
+}
+
+void Base64Coder::_DecodeRaw(TempBucket& oOut, const TempBucket& oIn)
+{
+    const auto& [w, x, y, z] = oIn.m_aData;
+    oOut.m_aData[0] = static_cast<BYTE>(w << 2 | (x >> 4 & 0x03));
+    oOut.m_aData[1] = static_cast<BYTE>(x << 4 | (y >> 2 & 0x0F));
+    oOut.m_aData[2] = static_cast<BYTE>(y << 6 | (z & 0x3F));
+}

@@ -1,0 +1,84 @@
+// The file operations of Base64Coder: block by block, each coded by itself.
+#include "ZevrinUtils/Base64Coder.h"
+
+#include "framework/File.h"
+
+namespace
+{
+struct Block
+{
+    const char* pData;
+    unsigned int nSize;
+};
+
+// False if it throws an exception of the framework, which is left behind.
+template <class Body>
+bool IsDone(Body body)
+{
+    try
+    {
+        body();
+        return true;
+    }
+    catch (CException*)
+    {
+        return false;
+    }
+}
+
+// Coding goes through codeBlock, which is given a block, and takeSide, which gives what came of it. Only reading
+// and writing are guarded; what the rest throws is the caller's.
+template <class Code, class Take>
+int CodeFile(const char* pszInputFile, const char* pszOutputFile, BYTE*& pBlock, unsigned int nBlockSize,
+             Code codeBlock, Take takeSide)
+{
+    CFileException oError;   // nobody asks for the reason
+    CFile oInput;
+    CFile oOutput;
+    if (!oInput.Open(pszInputFile, CFile::modeRead, &oError) ||
+        !oOutput.Open(pszOutputFile, CFile::modeCreate | CFile::modeWrite, &oError))
+        return 0;
+
+    const auto nLength = static_cast<unsigned int>(oInput.GetLength());   // modulo 4 GiB
+    for (unsigned long long nOffset = 0; nOffset < nLength;)   // for ever, once a file that was cut has no more
+    {
+        if (!pBlock)
+            pBlock = new BYTE[nBlockSize];
+        unsigned int nRead = 0;
+        if (!IsDone([&] { nRead = oInput.Read(pBlock, nBlockSize); }))
+            return 0;
+        nOffset += nRead;
+        codeBlock(pBlock, nRead);
+        const auto write = [&] {
+            const Block oSide = takeSide();
+            oOutput.Write(oSide.pData, oSide.nSize);
+        };
+        if (!IsDone(write))
+            return 0;
+    }
+    oInput.Close();
+    oOutput.Close();
+    return 1;
+}
+}
+
+// Both call this class's own coding of a block, also for an object whose class has one of its own.
+int Base64Coder::Encode(const char* pszInputFile, const char* pszOutputFile)
+{
+    return CodeFile(
+        pszInputFile, pszOutputFile, m_pBlockBuffer, m_nBlockSize,
+        [this](BYTE* pBlock, unsigned int nSize) { Base64Coder::Encode(pBlock, nSize); },
+        [this] {
+            return Block{EncodedMessage(), m_nEncodeSize};
+        });
+}
+
+int Base64Coder::Decode(const char* pszInputFile, const char* pszOutputFile)
+{
+    return CodeFile(
+        pszInputFile, pszOutputFile, m_pBlockBuffer, m_nBlockSize,
+        [this](BYTE* pBlock, unsigned int nSize) { Base64Coder::Decode(pBlock, nSize); },
+        [this] {
+            return Block{DecodedMessage(), m_nDecodeSize};
+        });
+}

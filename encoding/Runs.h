@@ -1,0 +1,30 @@
+// Coding many groups at a time, by the same rules as group by group. What a vector of characters cannot tell is
+// left to the caller, one group at a time.
+#pragma once
+
+#include <cstddef>
+#include <span>
+
+struct Runs
+{
+    const char* pszName;
+
+    // Encodes all whole groups of three bytes; gives how many bytes those are.
+    std::size_t (*Encode)(const unsigned char* pPlain, std::size_t nSize, unsigned char* pText);
+
+    // Decodes whole groups of four characters up to the first that holds a padding character; gives how many
+    // characters those are. pPlain has room for nSize bytes; behind the decoded ones it writes nothing but zeros.
+    std::size_t (*Decode)(const unsigned char* pText, std::size_t nSize, unsigned char* pPlain);
+
+    // Copies the characters that are not skipped; gives how many those are. pOut has room for nSize bytes, and
+    // may hold anything behind the copied ones.
+    std::size_t (*Filter)(const unsigned char* pIn, std::size_t nSize, unsigned char* pOut);
+};
+
+extern const Runs g_oPlainRuns;
+
+// Those that need vectors and that this machine can do, the fastest first; may be none.
+std::span<const Runs> VectorRuns();
+
+// The fastest of all.
+const Runs& BestRuns();

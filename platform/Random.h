@@ -1,0 +1,21 @@
+// The C library's generator of random numbers, and the clock that it is seeded with.
+#pragma once
+
+#include "platform/Service.h"
+#include "system/Call.h"
+#include "system/Random.h"
+
+struct RandomCalls
+{
+    // The next number of the sequence, from 0 to 32767. The sequence is the host's as well.
+    PLATFORM_CALL(rand);
+    // Starts the sequence that belongs to the seed.
+    PLATFORM_CALL(srand);
+    // Seconds since 1970.
+    PLATFORM_CALL(time);
+};
+
+inline const RandomCalls& Random() noexcept
+{
+    return PlatformService<RandomCalls>::InForce();
+}

@@ -1,0 +1,4 @@
+#pragma once
+
+#include <cstdlib>
+#include <ctime>
