@@ -19,7 +19,10 @@ enum eExitStatus
 using Action = std::function<int()>;
 
 // Each adds its command, which sets the action when it is chosen.
+void AddBase64(CLI::App& oApp, Action& action);
+void AddGuid(CLI::App& oApp, Action& action);
 void AddListen(CLI::App& oApp, Action& action);
+void AddPassword(CLI::App& oApp, Action& action);
 void AddRegistry(CLI::App& oApp, Action& action);
 void AddResolve(CLI::App& oApp, Action& action);
 void AddSql(CLI::App& oApp, Action& action);

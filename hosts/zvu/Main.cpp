@@ -10,7 +10,10 @@ int Run(int nArguments, char** ppArguments)
     CLI::App oApp{"Calls the ZevrinUtils library from the command line.", "zvu"};
     oApp.require_subcommand(1);
     Action action;
+    AddBase64(oApp, action);
+    AddGuid(oApp, action);
     AddListen(oApp, action);
+    AddPassword(oApp, action);
     AddRegistry(oApp, action);
     AddResolve(oApp, action);
     AddSql(oApp, action);

@@ -1,0 +1,123 @@
+// zvu base64: files, or what goes through it, as Base64 text and back.
+#include "Command.h"
+#include "StandardStreams.h"
+
+#include "ZevrinUtils/Base64Coder.h"
+
+#include <cstdio>
+#include <iostream>
+#include <optional>
+#include <stdexcept>
+
+namespace
+{
+constexpr std::size_t nBlockSize = 196608;   // whole groups of three, so that a text has padding at its end alone
+
+struct Options
+{
+    std::optional<std::string> strInput;   // standard input if there is none
+    std::string strOutput;
+};
+
+// The filter of the library, to see where the groups of a text begin.
+class Filter : public Base64Coder
+{
+public:
+    bool Skips(BYTE nChar) { return _IsBadMimeChar(nChar) != 0; }
+};
+
+// The next block of standard input, a short one only at its end; empty behind it.
+bool ReadBlock(std::vector<BYTE>& oBlock)
+{
+    oBlock.resize(nBlockSize);
+    oBlock.resize(std::fread(oBlock.data(), 1, oBlock.size(), stdin));
+    if (std::ferror(stdin))
+        throw std::runtime_error("standard input cannot be read");
+    return !oBlock.empty();
+}
+
+void Write(const char* pData, std::size_t nSize)
+{
+    if (std::fwrite(pData, 1, nSize, stdout) != nSize)
+        throw std::runtime_error("standard output cannot be written");
+}
+
+void EncodeStream()
+{
+    Base64Coder oCoder;
+    std::vector<BYTE> oBlock;
+    bool bAny = false;
+    for (; ReadBlock(oBlock); bAny = true)
+    {
+        oCoder.Encode(oBlock.data(), static_cast<unsigned long>(oBlock.size()));
+        Write(oCoder.EncodedMessage(), (oBlock.size() + 2) / 3 * 4);
+    }
+    Write("\n", bAny ? 1 : 0);
+}
+
+void DecodeStream()
+{
+    Filter oFilter;
+    Base64Coder oCoder;
+    std::vector<BYTE> oBlock;
+    std::vector<BYTE> oPending;   // without what is skipped
+    const auto decode = [&](std::size_t nSize) {
+        oCoder.Decode(oPending.data(), static_cast<unsigned long>(nSize));
+        Write(oCoder.DecodedMessage(), oCoder.GetDecodeDataSize());
+        oPending.erase(oPending.begin(), oPending.begin() + static_cast<std::ptrdiff_t>(nSize));
+    };
+    while (ReadBlock(oBlock))
+    {
+        std::copy_if(oBlock.begin(), oBlock.end(), std::back_inserter(oPending),
+                     [&](BYTE nChar) { return !oFilter.Skips(nChar); });
+        decode(oPending.size() / 4 * 4);
+    }
+    decode(oPending.size());
+}
+
+int CodeStandardStreams(void (*pfnCode)())
+{
+    MakeBinary(eStandardInput);
+    MakeBinary(eStandardOutput);
+    pfnCode();
+    if (std::fflush(stdout) != 0)
+        throw std::runtime_error("standard output cannot be written");
+    return eSucceeded;
+}
+
+using CodeFiles = int (Base64Coder::*)(const char*, const char*);
+
+int Code(const Options& oOptions, CodeFiles pfnCodeFiles, void (*pfnCodeStream)())
+{
+    if (!oOptions.strInput)
+        return CodeStandardStreams(pfnCodeStream);
+    Base64Coder oCoder;
+    if ((oCoder.*pfnCodeFiles)(oOptions.strInput->c_str(), oOptions.strOutput.c_str()))
+        return eSucceeded;
+    std::cerr << "zvu: " << *oOptions.strInput << " cannot be read or " << oOptions.strOutput << " not written\n";
+    return eFailed;
+}
+
+CLI::App* AddCoder(CLI::App& oBase64, Action& action, const std::string& strName, const std::string& strPurpose,
+                   CodeFiles pfnCodeFiles, void (*pfnCodeStream)())
+{
+    const auto pOptions = std::make_shared<Options>();
+    auto* const pCommand = oBase64.add_subcommand(strName, strPurpose);
+    auto* const pInput = pCommand->add_option("INPUT", pOptions->strInput, "File to read; standard input at first");
+    pInput->needs(pCommand->add_option("OUTPUT", pOptions->strOutput, "File to write, and standard output"));
+    pCommand->callback([=, &action] { action = [=] { return Code(*pOptions, pfnCodeFiles, pfnCodeStream); }; });
+    return pCommand;
+}
+}
+
+void AddBase64(CLI::App& oApp, Action& action)
+{
+    auto* const pCommand = oApp.add_subcommand("base64", "Code bytes as Base64 text and back");
+    pCommand->require_subcommand(1);
+    AddCoder(*pCommand, action, "encode", "Bytes to text, without line breaks", &Base64Coder::Encode, &EncodeStream)
+        ->footer("Example: zvu base64 encode picture.png picture.txt");
+    AddCoder(*pCommand, action, "decode", "Text to bytes; any text decodes to something", &Base64Coder::Decode,
+             &DecodeStream)
+        ->footer("A text with line breaks in it comes from standard input: files are decoded in blocks of 3072 "
+                 "characters,\neach by itself.\nExample: echo SGVsbG8h | zvu base64 decode");
+}
