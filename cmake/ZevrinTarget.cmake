@@ -23,6 +23,10 @@ if(ZEVRIN_SANITIZER)
   add_link_options(-fsanitize=${ZEVRIN_SANITIZER})
 endif()
 
+if(ZEVRIN_BUILD_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+
 add_library(zevrin_warnings INTERFACE)
 target_compile_options(zevrin_warnings INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion $<$<BOOL:${ZEVRIN_WARNINGS_AS_ERRORS}>:-Werror>)
@@ -58,7 +62,10 @@ function(zevrin_module target)
     set_target_properties(${target} PROPERTIES
       VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
     zevrin_hide_templates(${target})
-    target_link_options(${target} PRIVATE -Wl,--no-undefined -Wl,--as-needed)
+    target_link_options(${target} PRIVATE -Wl,--as-needed)
+    if(NOT ZEVRIN_BUILD_FUZZ)   # Clang's sanitizers come with the program
+      target_link_options(${target} PRIVATE -Wl,--no-undefined)
+    endif()
   endif()
 endfunction()
 

@@ -1,0 +1,4 @@
+#include "Base64Rules.h"
+#include "Fuzz.h"
+
+FUZZ_TARGET(FaultInEncoding)
