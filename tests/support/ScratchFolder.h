@@ -10,8 +10,8 @@
 class ScratchFolder
 {
 public:
-    ScratchFolder()
-        : m_oPath(std::filesystem::temp_directory_path() / ("zevrin test " + std::to_string(std::random_device()())))
+    explicit ScratchFolder(const std::filesystem::path& oWhere = std::filesystem::temp_directory_path())
+        : m_oPath(oWhere / ("zevrin test " + std::to_string(std::random_device()())))
     {
         std::filesystem::create_directory(m_oPath);
     }
@@ -42,6 +42,12 @@ public:
         for (auto& ch : strPath)
             ch = ch == '\\' ? '/' : ch;
         return strPath;
+    }
+
+    // A place for many files: in memory, where the system has one.
+    static std::filesystem::path InMemory()
+    {
+        return std::filesystem::exists("/dev/shm") ? "/dev/shm" : std::filesystem::temp_directory_path();
     }
 
 private:

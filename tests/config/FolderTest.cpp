@@ -1,0 +1,307 @@
+#include "ZevrinUtils/Folder.h"
+
+#include "platform/Files.h"
+#include "platform/Handles.h"
+#include "platform/Processes.h"
+#include "support/FaultSweep.h"
+#include "support/ScratchFolder.h"
+#include "support/Wine.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include <gmock/gmock.h>
+
+namespace fs = std::filesystem;
+
+using testing::ElementsAre;
+using testing::UnorderedElementsAre;
+
+namespace
+{
+class FolderTest : public testing::Test
+{
+protected:
+    // Files end in a name without a backslash behind it; each holds its own path.
+    static void Plant(const std::string& strRoot, const std::vector<std::string>& oPaths)
+    {
+        for (const auto& strPath : oPaths)
+        {
+            const bool bFolder = strPath.ends_with('\\');
+            fs::create_directories(ScratchFolder::Native(strRoot + '\\' + strPath.substr(0, strPath.rfind('\\') + 1)));
+            if (!bFolder)
+                ScratchFolder::Write(strRoot + '\\' + strPath, strPath);
+        }
+    }
+
+    static std::ptrdiff_t Count(const std::string& strRoot)
+    {
+        const auto oRoot = ScratchFolder::Native(strRoot);
+        return fs::exists(oRoot) ? std::distance(fs::recursive_directory_iterator(oRoot), {}) + 1 : 0;
+    }
+
+    // Paths below the root, with what the files hold.
+    static std::vector<std::string> Content(const std::string& strRoot)
+    {
+        std::vector<std::string> oFound;
+        for (const auto& oEntry : fs::recursive_directory_iterator(ScratchFolder::Native(strRoot)))
+            oFound.push_back(oEntry.path().string().substr(strRoot.size() + 1) +
+                             (oEntry.is_directory() ? "" : '=' + ScratchFolder::Read(oEntry.path().string())));
+        std::sort(oFound.begin(), oFound.end());
+        return oFound;
+    }
+
+    static bool Hold(const std::string& strPath, HANDLE& hFile)
+    {
+        hFile = Files().CreateFileA(strPath.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL,
+                                    nullptr);
+        return hFile != INVALID_HANDLE_VALUE;
+    }
+
+    bool Copy() { return CSFolder::CopyFolder(m_strFrom.c_str(), m_strTo.c_str(), m_strError); }
+    bool Delete(const std::string& strPath) { return CSFolder::DeleteFolder(strPath.c_str(), m_strError); }
+
+    const ScratchFolder m_oFolder;
+    const std::string m_strFrom = m_oFolder / "from";
+    std::string m_strTo = m_oFolder / "to";
+    std::string m_strError = "before ";
+    const std::vector<std::string> m_oTree{"a", "b\\1", "b\\c\\2 x", "b\\c\\3", "d\\", "e"};
+};
+
+struct Consumer : CSFolderConsumer
+{
+    void OnFolderFound(const char* pszFolder, bool& bDescend) override
+    {
+        oFound.push_back(std::string(pszFolder) + (bDescend ? "" : " unset"));
+        bDescend = !oFound.back().ends_with("closed");
+    }
+    std::vector<std::string> oFound;
+};
+}
+
+TEST_F(FolderTest, CopiesOntoWhatIsThereAndDeletesATree)
+{
+    Plant(m_strFrom, m_oTree);
+    Plant(m_strTo, {"own", "b\\own", "b\\1"});
+    ScratchFolder::Write(m_strTo + "\\b\\1", "longer and older");
+    EXPECT_TRUE(Copy());
+    auto oExpected = Content(m_strFrom);
+    oExpected.insert(oExpected.end(),
+                     {"own=own", std::string("b") + fs::path("/x").make_preferred().string()[0] + "own=b\\own"});
+    EXPECT_THAT(Content(m_strTo), testing::UnorderedElementsAreArray(oExpected));
+    EXPECT_TRUE(Delete(m_strTo));
+    EXPECT_EQ(Count(m_strTo), 0);
+    EXPECT_EQ(m_strError, "before ");
+}
+
+TEST_F(FolderTest, SaysWhatFailed)
+{
+    EXPECT_FALSE(CSFolder::CreateFolder((m_oFolder / "no\\such").c_str(), m_strError));
+    EXPECT_EQ(m_strError, "Cannot create new folder: " + (m_oFolder / "no\\such") + ". Error: 3");
+    EXPECT_TRUE(CSFolder::CreateFolder((m_oFolder / ".").c_str(), m_strError));   // exists
+    m_strError = "before ";
+    EXPECT_FALSE(Copy());
+    EXPECT_EQ(m_strError, "before Cannot find folder " + m_strFrom + ". Error: 3");
+    EXPECT_EQ(Count(m_strTo), 1);   // stays behind
+    EXPECT_FALSE(Delete(m_strFrom));
+    EXPECT_EQ(m_strError, "Failed to find folder " + m_strFrom + "\\*.*Error: 3");
+
+    Plant(m_strFrom, m_oTree);
+    HANDLE hFile;
+    ASSERT_TRUE(Hold(m_strFrom + "\\b\\1", hFile));
+    EXPECT_FALSE(Copy());
+    EXPECT_EQ(m_strError, "Failed to copy file: " + m_strFrom + "\\b\\1. Error: 32");
+    Handles().CloseHandle(hFile);
+    // Each in a tree of its own: a failure leaves listings open, which Wine takes for use.
+    const std::string strInUse = m_oFolder / "in use", strReadOnly = m_oFolder / "read-only";
+    Plant(strInUse, m_oTree);
+    ASSERT_TRUE(Hold(strInUse + "\\b\\1", hFile));
+    EXPECT_FALSE(Delete(strInUse));
+    EXPECT_EQ(m_strError, "Unable to remove folder " + strInUse + "\\b Error:145");
+    EXPECT_FALSE(fs::exists(ScratchFolder::Native(strInUse + "\\b\\c")));   // deleted around it
+    Handles().CloseHandle(hFile);
+    Plant(strReadOnly, m_oTree);
+    const auto oReadOnly = ScratchFolder::Native(strReadOnly + "\\b\\1");
+    fs::permissions(oReadOnly, fs::perms::owner_read);
+    EXPECT_FALSE(Delete(strReadOnly));
+    EXPECT_EQ(m_strError, "Unable to delete file " + strReadOnly + "\\b\\1. Error: 5");
+    fs::permissions(oReadOnly, fs::perms::owner_all);
+}
+
+TEST_F(FolderTest, LeavesOnDiskWhatWasDoneBeforeAFailure)
+{
+    const auto watch = [](FileCalls& o) {
+        FaultSweep::Watch<&FileCalls::CreateDirectoryA>(o, "CreateDirectoryA", FALSE);
+        FaultSweep::Watch<&FileCalls::FindFirstFileA>(o, "FindFirstFileA", INVALID_HANDLE_VALUE);
+        FaultSweep::Watch<&FileCalls::CopyFileA>(o, "CopyFileA", FALSE);
+        FaultSweep::Watch<&FileCalls::FindClose>(o, "FindClose", FALSE, true);
+        FaultSweep::Watch<&FileCalls::DeleteFileA>(o, "DeleteFileA", FALSE);
+        FaultSweep::Watch<&FileCalls::RemoveDirectoryA>(o, "RemoveDirectoryA", FALSE);
+    };
+    std::map<std::string, std::string> oTexts{{"CreateDirectoryA", "Cannot create new folder: "},
+                                              {"CopyFileA", "Failed to copy file: "},
+                                              {"FindFirstFileA", "Cannot find folder "},
+                                              {"FindClose", "Failed to close file handle. Error: 5"},
+                                              {"DeleteFileA", "Unable to delete file "},
+                                              {"RemoveDirectoryA", "Unable to remove folder "},
+                                              {"", ""}};
+    auto& oDone = FaultSweep::s_oDone;
+    const auto check = [&](bool bResult) {
+        EXPECT_EQ(bResult, FaultSweep::s_strStruck.empty());
+        EXPECT_EQ(m_strError.substr(0, oTexts[FaultSweep::s_strStruck].size()), oTexts[FaultSweep::s_strStruck]);
+        EXPECT_TRUE(bResult || m_strError.ends_with("5")) << m_strError;
+        m_strError.clear();
+    };
+    Plant(m_strFrom, m_oTree);
+    m_strError.clear();
+    const int nCopyCalls = FaultSweep::Over<FileCalls>(watch, [&] {
+        m_strTo += '+';
+        check(Copy());
+        EXPECT_EQ(Count(m_strTo), oDone["CreateDirectoryA"] + oDone["CopyFileA"]);   // nothing is undone
+        // All but the closed ones stay open: those of the levels above what failed, and its own.
+        EXPECT_GE(oDone["FindFirstFileA"] - oDone["FindClose"], FaultSweep::s_strStruck == "CopyFileA");
+    });
+    EXPECT_EQ(nCopyCalls, 4 * 3 + 5);
+    oTexts["FindFirstFileA"] = "Failed to find folder ";
+    oTexts["FindClose"] = "Unable to close files handle. Error: 5";
+    const int nDeleteCalls = FaultSweep::Over<FileCalls>(watch, [&] {
+        m_strTo += '-';
+        Plant(m_strTo, m_oTree);
+        const auto nBefore = Count(m_strTo);
+        check(Delete(m_strTo));
+        EXPECT_EQ(Count(m_strTo), nBefore - oDone["DeleteFileA"] - oDone["RemoveDirectoryA"]);
+    });
+    EXPECT_EQ(nDeleteCalls, 4 * 3 + 5);
+}
+
+TEST_F(FolderTest, ListsFoldersAndFiles)
+{
+    Plant(m_strFrom, {"read.me", "Read.Me2", "open\\READ.ME", "open\\in\\x", "closed\\in\\read.me"});
+    const std::string strOpen = m_strFrom + "\\open", strClosed = m_strFrom + "\\closed";
+    Consumer oConsumer;
+    CSFolder::GetFolderList(m_strFrom.c_str(), &oConsumer);
+    EXPECT_THAT(oConsumer.oFound, UnorderedElementsAre(strOpen, strOpen + "\\in", strClosed));
+    CSFolder::GetFolderList(m_strFrom.c_str(), nullptr);
+
+    std::vector<std::string> oFound{"before"};
+    CSFolder::GetFolderList(m_strFrom.c_str(), oFound, false);
+    EXPECT_EQ(oFound[0], "before");
+    EXPECT_THAT(oFound, UnorderedElementsAre("before", strOpen, strClosed));
+    oFound.clear();
+    CSFolder::GetFolderList(m_strFrom.c_str(), oFound, true);
+    EXPECT_THAT(oFound, testing::AnyOf(ElementsAre(strOpen, strOpen + "\\in", strClosed, strClosed + "\\in"),
+                                       ElementsAre(strClosed, strClosed + "\\in", strOpen, strOpen + "\\in")));
+    for (const bool bRecursive : {false, true})
+    {
+        oFound.clear();
+        CSFolder::GetFilesPathList(m_strFrom.c_str(), "rEAD.me", oFound, bRecursive);
+        EXPECT_EQ(oFound.size(), bRecursive ? 3u : 1u);
+        CSFolder::GetFilesPathList(m_strFrom.c_str(), "*.me", oFound, bRecursive);
+        CSFolder::GetFilesPathList((m_oFolder / "missing").c_str(), "read.me", oFound, bRecursive);
+        EXPECT_EQ(oFound.size(), bRecursive ? 3u : 1u);
+        EXPECT_THAT(oFound, testing::Contains(m_strFrom + "\\read.me"));
+    }
+    // At the root of a volume the first entry is a real one, and left out.
+    const Substitution<FileCalls> oRoot([](FileCalls& o) {
+        static int s_nLeft;
+        s_nLeft = 2;
+        static const auto give = [](LPWIN32_FIND_DATAA pFound) {
+            std::strcpy(pFound->cFileName, s_nLeft == 2 ? "first" : "second");
+            return s_nLeft-- > 0;
+        };
+        o.FindFirstFileA = [](LPCSTR, LPWIN32_FIND_DATAA p) WINAPI -> HANDLE { return give(p) ? &s_nLeft : nullptr; };
+        o.FindNextFileA = [](HANDLE, LPWIN32_FIND_DATAA p) WINAPI -> BOOL { return give(p); };
+        o.GetFileAttributesA = [](LPCSTR) WINAPI -> DWORD { return INVALID_FILE_ATTRIBUTES; };   // vanished: a folder
+        o.FindClose = [](HANDLE) WINAPI -> BOOL { return TRUE; };
+    });
+    oFound.clear();
+    CSFolder::GetFolderList("X:", oFound, false);
+    EXPECT_THAT(oFound, ElementsAre("X:\\second"));
+}
+
+TEST_F(FolderTest, MeasuresIn32BitsOnceForEachFolder)
+{
+    const auto size = [&](const char* pszName, long nBefore = 0) {
+        CSFolder::GetFolderSize((m_oFolder / pszName).c_str(), nBefore);
+        return nBefore;
+    };
+    Plant(m_oFolder / "", {"one\\x", "two\\x", "two\\y", "apart\\a\\x", "apart\\b\\x", "huge\\a\\x", "huge\\y"});
+    for (const auto& [pszFile, nSize] : {std::pair{"one\\x", 1023LL},
+                                         {"two\\x", 1000},
+                                         {"two\\y", 1000},
+                                         {"apart\\a\\x", 1000},
+                                         {"apart\\b\\x", 1000},
+                                         {"huge\\a\\x", 0x1'8000'0000 + 2047},
+                                         {"huge\\y", 0x1'0000'0000 + 2048}})
+    {
+        std::error_code oNoSpace;
+        fs::resize_file(ScratchFolder::Native(m_oFolder / pszFile), static_cast<std::uintmax_t>(nSize), oNoSpace);
+        ASSERT_FALSE(oNoSpace) << pszFile;
+    }
+    EXPECT_EQ(size("one"), 0);
+    EXPECT_EQ(size("two", 5), 6);
+    EXPECT_EQ(size("apart"), 0);
+    EXPECT_EQ(size("huge"), -0x200000 + 2 + 2);   // rounded towards zero
+    EXPECT_EQ(size("huge\\a", -0x7fffffff - 1), 0x7fffffff - 0x200000 + 3);
+    EXPECT_EQ(size("missing", 7), 7);
+}
+
+TEST_F(FolderTest, TellsWhetherAFileCanBeReadAndEndsPaths)
+{
+    Plant(m_strFrom, {"x"});
+    EXPECT_TRUE(CSFolder::IsFileExists((m_strFrom + "\\x").c_str()));
+    EXPECT_FALSE(CSFolder::IsFileExists((m_strFrom + "\\y").c_str()));
+    EXPECT_FALSE(CSFolder::IsFileExists(m_strFrom.c_str()));
+    HANDLE hFile;
+    ASSERT_TRUE(Hold(m_strFrom + "\\x", hFile));
+    EXPECT_FALSE(CSFolder::IsFileExists((m_strFrom + "\\x").c_str()));
+    Handles().CloseHandle(hFile);
+    for (const auto& [pszPath, pszEnded] : {std::pair{"", "\\"}, {"\\", "\\"}, {"a/", "a/\\"}, {"a\\", "a\\"}})
+    {
+        EXPECT_EQ(CSFolder::AddBackslash(pszPath), pszEnded);
+        EXPECT_EQ(CSFolder::AddBackslash(std::string(pszPath)), pszEnded);
+        EXPECT_EQ(CSFolder::AddBackslash(CString(pszPath)), pszEnded);
+    }
+}
+
+TEST_F(FolderTest, RunsAProcessAndWaitsForIt)
+{
+    const std::string strLine = '"' + std::string(ECHO_ARGUMENTS) + "\" \"a b\" out";
+    CSFolder::CreateProcessAndWait(nullptr, strLine.c_str(), (m_oFolder / ".").c_str());
+    EXPECT_EQ(ScratchFolder::Read(m_oFolder / "out"), "<a b><out>");
+    CSFolder::CreateProcessAndWait(nullptr, "no-such-program-anywhere", nullptr);
+
+    Plant(m_strFrom, m_oTree);
+    EXPECT_FALSE(CSFolder::XCopyFolder(nullptr, m_strTo.c_str(), m_strError));
+    EXPECT_FALSE(CSFolder::XCopyFolder(m_strFrom.c_str(), nullptr, m_strError));
+    EXPECT_TRUE(CSFolder::XCopyFolder(m_strFrom.c_str(), m_strTo.c_str(), m_strError));
+    if (fs::is_regular_file(ScratchFolder::Native(m_strTo)))   // by what stands for it on Windows
+        EXPECT_EQ(ScratchFolder::Read(m_strTo), '<' + m_strFrom + "><" + m_strTo + "></ISOQ>");
+    else
+    {
+        fs::remove(ScratchFolder::Native(m_strFrom + "\\d"));   // empty, so not copied
+        EXPECT_EQ(Content(m_strTo), Content(m_strFrom));
+    }
+    EXPECT_EQ(m_strError, "before ");
+}
+
+TEST_F(FolderTest, CopiesAndDeletesWhatIsLarge)
+{
+    const ScratchFolder oFolder(ScratchFolder::InMemory());
+    const std::string strFrom = oFolder / "from", strTo = oFolder / "to";
+    const int nFolders = UnderWine() ? 2 : 50, nFiles = 2000;
+    for (int n = 0; n < nFolders * nFiles; ++n)
+    {
+        const std::string strFolder = strFrom + "\\" + std::to_string(n / nFiles);
+        if (n % nFiles == 0)
+            fs::create_directories(ScratchFolder::Native(strFolder));
+        ScratchFolder::Write(strFolder + "\\" + std::to_string(n), n % 1000 ? "" : std::string(1500, 'b'));
+    }
+    EXPECT_TRUE(CSFolder::CopyFolder(strFrom.c_str(), strTo.c_str(), m_strError)) << m_strError;
+    EXPECT_EQ(Count(strTo), nFolders * (nFiles + 1) + 1);
+    long nKilobytes = 0;
+    CSFolder::GetFolderSize(strTo.c_str(), nKilobytes);
+    EXPECT_EQ(nKilobytes, nFolders * 2);
+    EXPECT_TRUE(Delete(strTo)) << m_strError;
+    EXPECT_EQ(Count(strTo), 0);
+}

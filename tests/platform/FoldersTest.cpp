@@ -1,0 +1,127 @@
+// The contract of the calls on folders, and on files by their paths, the same on every target.
+#include "platform/Errors.h"
+#include "platform/Files.h"
+#include "platform/Handles.h"
+#include "support/ScratchFolder.h"
+#include "support/Wine.h"
+
+#include <vector>
+
+#include <gmock/gmock.h>
+
+namespace fs = std::filesystem;
+
+namespace
+{
+// What the call says: 0 or the error.
+template <class Call>
+DWORD ErrorOf(Call call)
+{
+    Errors().SetLastError(0);
+    return call() ? 0 : Errors().GetLastError();
+}
+
+DWORD Delete(const std::string& strPath)
+{
+    return ErrorOf([&] { return Files().DeleteFileA(strPath.c_str()); });
+}
+DWORD Remove(const std::string& strPath)
+{
+    return ErrorOf([&] { return Files().RemoveDirectoryA(strPath.c_str()); });
+}
+DWORD Create(const std::string& strPath)
+{
+    return ErrorOf([&] { return Files().CreateDirectoryA(strPath.c_str(), nullptr); });
+}
+DWORD Copy(const std::string& strFrom, const std::string& strTo)
+{
+    return ErrorOf([&] { return Files().CopyFileA(strFrom.c_str(), strTo.c_str(), FALSE); });
+}
+DWORD List(const std::string& strPath)
+{
+    WIN32_FIND_DATAA oFound{};
+    return ErrorOf(
+        [&] { return Files().FindFirstFileA((strPath + "\\*.*").c_str(), &oFound) != INVALID_HANDLE_VALUE; });
+}
+}
+
+TEST(Listings, BeginWithTheDotsAndTellSizes)
+{
+    const ScratchFolder oFolder;
+    Create(oFolder / "below");
+    ScratchFolder::Write(oFolder / "five", "12345");
+    ScratchFolder::Write(oFolder / "b l 'ank", "");
+    WIN32_FIND_DATAA oFound{};
+    const HANDLE hFind = Files().FindFirstFileA((oFolder / "*.*").c_str(), &oFound);
+    std::vector<std::string> oNames;
+    do
+        oNames.push_back(oFound.cFileName + ('=' + std::to_string(oFound.nFileSizeLow)));
+    while (Files().FindNextFileA(hFind, &oFound));
+    EXPECT_EQ(Errors().GetLastError(), DWORD{ERROR_NO_MORE_FILES});
+    EXPECT_EQ((std::vector{oNames[0], oNames[1]}), (std::vector<std::string>{".=0", "..=0"}));
+    EXPECT_THAT(oNames, testing::UnorderedElementsAre(".=0", "..=0", "below=0", "five=5", "b l 'ank=0"));
+    EXPECT_TRUE(Files().FindClose(hFind));
+    EXPECT_FALSE(Files().FindClose(INVALID_HANDLE_VALUE));
+    EXPECT_EQ(Errors().GetLastError(), DWORD{ERROR_INVALID_HANDLE});
+    EXPECT_EQ(List(oFolder / "missing"), DWORD{ERROR_PATH_NOT_FOUND});
+    EXPECT_EQ(List(oFolder / "five\\below"), DWORD{ERROR_PATH_NOT_FOUND});
+    EXPECT_EQ(List(oFolder / "five"), UnderWine() ? 123 : DWORD{ERROR_DIRECTORY});
+}
+
+TEST(Paths, AreMadeAndRemovedOrSayWhyNot)
+{
+    const ScratchFolder oFolder;
+    ScratchFolder::Write(oFolder / "file", "x");
+    EXPECT_EQ(Create(oFolder / "new"), 0u);
+    EXPECT_EQ(Create(oFolder / "new"), DWORD{ERROR_ALREADY_EXISTS});
+    EXPECT_EQ(Create(oFolder / "file"), DWORD{ERROR_ALREADY_EXISTS});
+    EXPECT_EQ(Create(oFolder / "no\\such"), DWORD{ERROR_PATH_NOT_FOUND});
+    EXPECT_EQ(Create(oFolder / "new\\inner"), 0u);
+    EXPECT_EQ(Remove(oFolder / "new"), DWORD{ERROR_DIR_NOT_EMPTY});
+    EXPECT_EQ(Remove(oFolder / "file"), DWORD{ERROR_DIRECTORY});
+    EXPECT_EQ(Remove(oFolder / "missing"), DWORD{ERROR_FILE_NOT_FOUND});
+    EXPECT_EQ(Delete(oFolder / "new"), DWORD{ERROR_ACCESS_DENIED});
+    EXPECT_EQ(Delete(oFolder / "missing"), DWORD{ERROR_FILE_NOT_FOUND});
+    EXPECT_EQ(Delete(oFolder / "no\\such"), DWORD{ERROR_PATH_NOT_FOUND});
+
+    const auto attributes = [&](const char* pszName) {
+        return Files().GetFileAttributesA((oFolder / pszName).c_str());
+    };
+    EXPECT_EQ(attributes("new") & FILE_ATTRIBUTE_DIRECTORY, FILE_ATTRIBUTE_DIRECTORY);
+    EXPECT_EQ(attributes("file") & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY), 0u);
+    EXPECT_EQ(attributes("missing"), INVALID_FILE_ATTRIBUTES);
+    fs::permissions(ScratchFolder::Native(oFolder / "file"), fs::perms::owner_read);
+    EXPECT_EQ(attributes("file") & FILE_ATTRIBUTE_READONLY, DWORD{FILE_ATTRIBUTE_READONLY});
+    EXPECT_EQ(Delete(oFolder / "file"), DWORD{ERROR_ACCESS_DENIED});
+    fs::permissions(ScratchFolder::Native(oFolder / "file"), fs::perms::owner_all);
+
+    const HANDLE hHeld = Files().CreateFileA((oFolder / "file").c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING,
+                                             FILE_ATTRIBUTE_NORMAL, nullptr);
+    EXPECT_EQ(Delete(oFolder / "file"), DWORD{ERROR_SHARING_VIOLATION});
+    EXPECT_EQ(Copy(oFolder / "file", oFolder / "copy"), DWORD{ERROR_SHARING_VIOLATION});
+    Handles().CloseHandle(hHeld);
+    EXPECT_EQ(Delete(oFolder / "file"), 0u);
+}
+
+TEST(Copies, KeepBytesAndTimesAndOverwrite)
+{
+    const ScratchFolder oFolder;
+    const std::string strFrom = oFolder / "from";
+    const auto nTime = fs::file_time_type::clock::now() - std::chrono::hours(1000);
+    for (const std::size_t nSize : {300000, 65536, 5, 0})   // each shorter than the one that it overwrites
+    {
+        std::string strBytes(nSize, 'b');
+        for (std::size_t n = 0; n < nSize; n += 7)
+            strBytes[n] = static_cast<char>(n);
+        ScratchFolder::Write(strFrom, strBytes);
+        fs::last_write_time(ScratchFolder::Native(strFrom), nTime);
+        EXPECT_EQ(Copy(strFrom, oFolder / "to"), 0u);
+        EXPECT_EQ(ScratchFolder::Read(oFolder / "to"), strBytes);
+        EXPECT_LT(abs(fs::last_write_time(ScratchFolder::Native(oFolder / "to")) - nTime), std::chrono::seconds(2));
+    }
+    EXPECT_EQ(Copy(oFolder / "missing", oFolder / "to"), DWORD{ERROR_FILE_NOT_FOUND});
+    EXPECT_EQ(Copy(strFrom, oFolder / "no\\such"), DWORD{ERROR_PATH_NOT_FOUND});
+    EXPECT_EQ(Copy(strFrom, oFolder / "."), DWORD{ERROR_ACCESS_DENIED});
+    EXPECT_EQ(Copy(oFolder / ".", oFolder / "to"), DWORD{ERROR_ACCESS_DENIED});
+    EXPECT_EQ(Copy(strFrom, strFrom), DWORD{ERROR_SHARING_VIOLATION});
+}
