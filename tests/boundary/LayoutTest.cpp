@@ -3,6 +3,7 @@
 #include "ZevrinUtils/ConfigParams.h"
 #include "ZevrinUtils/CritSection.h"
 #include "ZevrinUtils/DNSResolver.h"
+#include "ZevrinUtils/Folder.h"
 #include "ZevrinUtils/Generators.h"
 #include "ZevrinUtils/HttpServices.h"
 #include "ZevrinUtils/PortListener.h"
@@ -22,6 +23,9 @@ constexpr bool bWindows32 = sizeof(void*) == 4;
 static_assert(!std::has_virtual_destructor_v<CSLockable> && std::has_virtual_destructor_v<CSCritSection>);
 static_assert(!bWindows32 || sizeof(CSLockable) == 4);
 static_assert(!bWindows32 || sizeof(CSCritSection) == 28);
+
+static_assert(!std::has_virtual_destructor_v<CSFolderConsumer> && std::has_virtual_destructor_v<CSFolder>);
+static_assert(!bWindows32 || (sizeof(CSFolder) == 4 && sizeof(CSFolderConsumer) == 4));
 
 struct CSDNSResolverPeer
 {
@@ -122,6 +126,7 @@ TEST(Layout, VirtualOperationsStandInTheirSlots)
     EXPECT_EQ(SlotOf(&CHTTPRequestObserver::bKeepRunning), 2u);
     EXPECT_EQ(SlotOf(&CHTTPRequestObserver::OnRequestEnd), 3u);
     EXPECT_EQ(SlotOf(&CHTTPRequestObserver::OnDialogShown), 4u);
+    EXPECT_EQ(SlotOf(&CSFolderConsumer::OnFolderFound), 0u);
     EXPECT_EQ(SlotOf(&CConfigParamsPeer::OpenKeys), 2u);
     Base64CoderPeer::Expect();
 }
