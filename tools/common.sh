@@ -53,7 +53,7 @@ need_windows_build() {
 
 # What the tests use beside the compiler.
 need_test_parts() {
-    need_packages curl dnsmasq-base iproute2 util-linux
+    need_packages curl dnsmasq-base iproute2 nginx-light openssl python3 squid util-linux
 }
 
 # A Wine that runs 32-bit programs: the machine's own, or one in a root directory of its own.

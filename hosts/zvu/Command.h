@@ -20,9 +20,12 @@ using Action = std::function<int()>;
 
 // Each adds its command, which sets the action when it is chosen.
 void AddBase64(CLI::App& oApp, Action& action);
+void AddGet(CLI::App& oApp, Action& action);
 void AddGuid(CLI::App& oApp, Action& action);
 void AddListen(CLI::App& oApp, Action& action);
+void AddOnline(CLI::App& oApp, Action& action);
 void AddPassword(CLI::App& oApp, Action& action);
 void AddRegistry(CLI::App& oApp, Action& action);
 void AddResolve(CLI::App& oApp, Action& action);
 void AddSql(CLI::App& oApp, Action& action);
+void AddUrl(CLI::App& oApp, Action& action);

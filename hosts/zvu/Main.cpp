@@ -1,5 +1,8 @@
 #include "Command.h"
 
+#include "ZevrinUtils/framework/Exception.h"
+
+#include <array>
 #include <exception>
 #include <iostream>
 
@@ -11,12 +14,15 @@ int Run(int nArguments, char** ppArguments)
     oApp.require_subcommand(1);
     Action action;
     AddBase64(oApp, action);
+    AddGet(oApp, action);
     AddGuid(oApp, action);
     AddListen(oApp, action);
+    AddOnline(oApp, action);
     AddPassword(oApp, action);
     AddRegistry(oApp, action);
     AddResolve(oApp, action);
     AddSql(oApp, action);
+    AddUrl(oApp, action);
     try
     {
         oApp.parse(nArguments, ppArguments);
@@ -38,6 +44,14 @@ int main(int nArguments, char** ppArguments)
     catch (const std::exception& oError)
     {
         std::cerr << "zvu: " << oError.what() << '\n';
+        return eFailed;
+    }
+    catch (CException* pError)
+    {
+        std::array<char, 1000> achText{};
+        pError->GetErrorMessage(achText.data(), achText.size());
+        pError->Delete();
+        std::cerr << "zvu: " << achText.data() << '\n';
         return eFailed;
     }
 }

@@ -1,0 +1,83 @@
+#include "Progress.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <iomanip>
+#include <iostream>
+#include <sstream>
+
+namespace
+{
+constexpr auto nFirstDraw = std::chrono::milliseconds(500);
+constexpr auto nPause = std::chrono::milliseconds(100);
+constexpr std::size_t nBarWidth = 24;
+constexpr int nLineWidth = 78;
+
+std::string SizeText(double nBytes)
+{
+    constexpr std::array apszUnits{"bytes", "KiB", "MiB", "GiB", "TiB"};
+    std::size_t nUnit = 0;
+    for (; nBytes >= 1024 && nUnit + 1 < apszUnits.size(); ++nUnit)
+        nBytes /= 1024;
+    std::ostringstream oText;
+    oText << std::fixed << std::setprecision(nUnit == 0 ? 0 : 1) << nBytes << ' ' << apszUnits.at(nUnit);
+    return oText.str();
+}
+
+std::string TimeText(double nSeconds)
+{
+    const auto nWhole = static_cast<std::uint64_t>(std::ceil(nSeconds));
+    std::ostringstream oText;
+    if (nWhole >= 3600)
+        oText << nWhole / 3600 << ':' << std::setw(2) << std::setfill('0');
+    oText << nWhole / 60 % 60 << ':' << std::setw(2) << std::setfill('0') << nWhole % 60;
+    return oText.str();
+}
+}
+
+Progress::Progress(bool bShown) : m_bShown(bShown), m_nNextDraw(m_nStart + nFirstDraw) {}
+
+Progress::~Progress()
+{
+    if (!m_bDrawn)
+        return;
+    Draw();
+    std::cerr << '\n';
+}
+
+void Progress::Set(std::uint64_t nBytes)
+{
+    m_nBytes = nBytes;
+    if (m_bShown && Clock::now() >= m_nNextDraw)
+        Draw();
+}
+
+void Progress::Draw()
+{
+    const auto nNow = Clock::now();
+    const double nSeconds = std::chrono::duration<double>(nNow - m_nStart).count();
+    const std::string strText = ProgressText(m_nBytes, m_nBytes <= m_nExpected ? m_nExpected : 0, nSeconds);
+    std::cerr << '\r' << std::left << std::setw(nLineWidth) << strText << std::flush;
+    m_bDrawn = true;
+    m_nNextDraw = nNow + nPause;
+}
+
+std::string ProgressText(std::uint64_t nBytes, std::uint64_t nExpected, double nSeconds)
+{
+    const auto nDone = static_cast<double>(nBytes);
+    const double nRate = nDone / std::max(nSeconds, 0.001);
+    const std::string strRate = SizeText(nRate) + "/s";
+    if (nExpected == 0)
+        return SizeText(nDone) + "  " + strRate;
+
+    const auto nAll = static_cast<double>(nExpected);
+    const auto nFilled = static_cast<std::size_t>(nDone / nAll * nBarWidth);
+    std::ostringstream oText;
+    oText << std::setw(3) << static_cast<int>(nDone / nAll * 100) << "% [" << std::string(nFilled, '#')
+          << std::string(nBarWidth - nFilled, '.') << "]  " << SizeText(nDone) << " of " << SizeText(nAll) << "  "
+          << strRate;
+    if (nBytes > 0)
+        oText << "  " << TimeText((nAll - nDone) / nRate) << " left";
+    return oText.str();
+}

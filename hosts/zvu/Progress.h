@@ -1,0 +1,39 @@
+// A line on standard error that tells how far a transfer is.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <string>
+
+// A bar with bytes, rate and time left while the size is known, otherwise a count with the rate. Shows itself
+// after a moment, so that short transfers stay silent, and leaves the terminal with an ended line.
+class Progress
+{
+public:
+    // bShown: false for one that never shows itself
+    explicit Progress(bool bShown);
+    ~Progress();
+    Progress(const Progress&) = delete;
+    Progress& operator=(const Progress&) = delete;
+
+    // The size as announced. It is taken for unknown as soon as more than that has arrived.
+    void Expect(std::uint64_t nBytes) { m_nExpected = nBytes; }
+
+    void Add(std::uint64_t nBytes) { Set(m_nBytes + nBytes); }
+    void Set(std::uint64_t nBytes);
+
+private:
+    using Clock = std::chrono::steady_clock;
+
+    void Draw();
+
+    bool m_bShown;
+    bool m_bDrawn = false;
+    std::uint64_t m_nExpected = 0;
+    std::uint64_t m_nBytes = 0;
+    Clock::time_point m_nStart = Clock::now();
+    Clock::time_point m_nNextDraw;
+};
+
+// The line itself; nExpected is 0 for an unknown size.
+std::string ProgressText(std::uint64_t nBytes, std::uint64_t nExpected, double nSeconds);
