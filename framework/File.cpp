@@ -53,7 +53,8 @@ void CFile::Write(const void* pData, unsigned nCount)
 {
     DWORD nWritten = 0;
     Check(Files().WriteFile(m_hFile, pData, nCount, &nWritten, nullptr));
-    Errors().SetLastError(ERROR_DISK_FULL);   // how the system reports a full disk is a short count
+    if (nWritten < nCount)
+        Errors().SetLastError(ERROR_DISK_FULL);   // how the system reports a full disk is a short count
     Check(nWritten == nCount);
 }
 

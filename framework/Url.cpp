@@ -14,10 +14,10 @@ struct Scheme
     DWORD nServiceType;
     INTERNET_PORT nPort;
 };
-constexpr Scheme aSchemes[] = {{"http", AFX_INET_SERVICE_HTTP, 80},
-                               {"https", AFX_INET_SERVICE_HTTPS, 443},
-                               {"ftp", AFX_INET_SERVICE_FTP, 21},
-                               {"gopher", AFX_INET_SERVICE_GOPHER, 70}};
+constexpr Scheme s_aSchemes[] = {{"http", AFX_INET_SERVICE_HTTP, 80},
+                                 {"https", AFX_INET_SERVICE_HTTPS, 443},
+                                 {"ftp", AFX_INET_SERVICE_FTP, 21},
+                                 {"gopher", AFX_INET_SERVICE_GOPHER, 70}};
 
 constexpr std::string_view strBehindScheme = "://";
 
@@ -31,7 +31,7 @@ bool HasControlCharacter(std::string_view strText)
 
 const Scheme* FindScheme(std::string_view strName)
 {
-    for (const Scheme& oScheme : aSchemes)
+    for (const Scheme& oScheme : s_aSchemes)
         if (CString(std::string(strName)).CompareNoCase(oScheme.pszName) == 0)
             return &oScheme;
     return nullptr;
@@ -44,8 +44,8 @@ std::optional<INTERNET_PORT> ReadPort(std::string_view strDigits, INTERNET_PORT 
         return nOfScheme;
     INTERNET_PORT nPort = 0;
     const char* const pchEnd = strDigits.data() + strDigits.size();
-    const auto [pchRead, nError] = std::from_chars(strDigits.data(), pchEnd, nPort);
-    return nError == std::errc() && pchRead == pchEnd ? std::optional(nPort) : std::nullopt;
+    const auto [pchRead, eError] = std::from_chars(strDigits.data(), pchEnd, nPort);
+    return eError == std::errc() && pchRead == pchEnd ? std::optional(nPort) : std::nullopt;
 }
 
 // Where the port's colon stands, past the brackets of an IPv6 address; the length if there is none.

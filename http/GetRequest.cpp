@@ -3,6 +3,7 @@
 
 #include "framework/Internet.h"
 #include "framework/Url.h"
+#include "http/ErrorText.h"
 #include "http/HostKey.h"
 #include "platform/Errors.h"
 
@@ -19,12 +20,6 @@ constexpr DWORD nStatusProxyAuthentication = 407;
 constexpr DWORD nStatusSystemFailed = 501;
 constexpr DWORD_PTR nContext = 1;
 constexpr int nHttpPrefixLength = 7;   // of "http://", which a location is taken to begin with
-
-void Tell(CString* psError, const CString& strText)
-{
-    if (psError)
-        *psError = strText;
-}
 
 // What a request is sent to.
 struct Target
@@ -95,13 +90,13 @@ void ShowDialog(CHTTPRequestObserver* pObserver, bool bShown)
         pObserver->OnDialogShown(bShown);
 }
 
-// The first try: true if the request is to be sent again. Whatever is thrown here is dropped and never released,
-// and in secure mode it is taken for an unknown authority.
+// The first try: true if the request is to be sent again. Whatever is thrown here is dropped and never released.
+// In secure mode it is taken for an unknown authority; otherwise nothing is sent again, whatever the user has said.
 bool SendFirst(CHttpFile& oFile, CHTTPRequestObserver* pObserver, bool bSecure)
 {
-    bool bResend = false;
     try
     {
+        bool bResend = false;
         oFile.SendRequest();
         if (StatusOf(oFile) == nStatusProxyAuthentication)
         {
@@ -115,10 +110,9 @@ bool SendFirst(CHttpFile& oFile, CHTTPRequestObserver* pObserver, bool bSecure)
     {
     }
     ShowDialog(pObserver, false);   // observers hear this even if no dialog was ever shown
-    if (!bSecure)
-        return bResend;
-    AcceptUnknownAuthority(oFile);
-    return true;
+    if (bSecure)
+        AcceptUnknownAuthority(oFile);
+    return bSecure;
 }
 
 // The whole exchange, with what is tried again.

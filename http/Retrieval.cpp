@@ -3,6 +3,7 @@
 
 #include "framework/File.h"
 #include "framework/Internet.h"
+#include "http/ErrorText.h"
 #include "platform/Internet.h"
 
 #include <array>
@@ -13,12 +14,6 @@
 namespace
 {
 constexpr unsigned nBlockSize = 1024;   // observer and abort flag are consulted at this grain
-
-void Tell(CString* psError, const CString& strText)
-{
-    if (psError)
-        *psError = strText;
-}
 
 // What the answer's header says, or else what the file says.
 unsigned long ContentLength(const CHttpFile& oFile)

@@ -23,7 +23,7 @@ public:
     CHTTPRequestObserver& operator=(const CHTTPRequestObserver& oOther);
 
     /// The size of the answer in bytes, once, before the first byte is read. For an answer that does not tell
-    /// its size it is what has arrived so far; of sizes from 4 GiB on, the low 32 bits.
+    /// its size it is what has arrived so far. Not to be relied on for sizes from 4 GiB on.
     virtual void OnContentLength(unsigned long nBytes) = 0;
 
     /// After each block that reached the output, with the bytes of this block alone. False cancels.
@@ -50,7 +50,8 @@ protected:
 ///
 /// Common to all operations:
 /// - A URL is `http://host[:port][/path][?query]`. The scheme is always http: secure transport is switched on by
-///   SetAuthenticationDetails alone, and an https URL fails.
+///   SetAuthenticationDetails alone, and an https URL fails. The host is a name or an IPv4 address: one in brackets
+///   never works.
 /// - Failure text goes to *psError, which may be null. It is never cleared, and a success may leave text there
 ///   from an inner step that failed: a probe that found a redirect does.
 /// - sNewHost receives the host that was asked in place of the one in the URL, and is empty if none was. For a
@@ -126,8 +127,8 @@ public:
     void Abort(int bValue);
     int IsAbort();
 
-    /// Non-zero if a server answers the URL's connection. Of a URL of 260 bytes or more the system sees an empty
-    /// text.
+    /// Non-zero if a server answers the URL's connection; no proxy is asked. Of a URL of 260 bytes or more the system
+    /// sees an empty text.
     int IsOnline(CString& sURL);
 
     /// Percent-escapes all but letters and digits; a blank becomes "+".

@@ -36,6 +36,14 @@ int RulesIndex()
     static const int s_nIndex = SSL_CTX_get_ex_new_index(0, nullptr, nullptr, nullptr, nullptr);
     return s_nIndex;
 }
+
+// libcurl calls back for proxies and servers alike. This limit, which limits nothing, is set for proxies alone.
+constexpr long nMarkOfProxies = CURL_SSLVERSION_MAX_TLSv1_3;
+
+bool IsOfProxy(SSL_CTX* pSslContext)
+{
+    return SSL_CTX_get_max_proto_version(pSslContext) == TLS1_3_VERSION;
+}
 }
 
 struct CertificateRules::Verification
@@ -45,6 +53,8 @@ struct CertificateRules::Verification
         auto* const pSslContext = static_cast<SSL_CTX*>(pContext);
         if (!SSL_CTX_set_ex_data(pSslContext, RulesIndex(), pRules))
             return CURLE_OUT_OF_MEMORY;
+        // The connection may outlive the request, and so the rules.
+        SSL_CTX_set_options(pSslContext, SSL_OP_NO_RENEGOTIATION);
         SSL_CTX_set_verify(pSslContext, SSL_VERIFY_PEER, &Judge);
         return CURLE_OK;
     }
@@ -57,9 +67,10 @@ struct CertificateRules::Verification
             return bAccepted;
         const auto* const pSsl =
             static_cast<SSL*>(X509_STORE_CTX_get_ex_data(pStore, SSL_get_ex_data_X509_STORE_CTX_idx()));
-        auto* const pRules = static_cast<CertificateRules*>(SSL_CTX_get_ex_data(SSL_get_SSL_CTX(pSsl), RulesIndex()));
+        SSL_CTX* const pSslContext = SSL_get_SSL_CTX(pSsl);
+        auto* const pRules = static_cast<CertificateRules*>(SSL_CTX_get_ex_data(pSslContext, RulesIndex()));
         const CertificateFault oFault = FaultOf(X509_STORE_CTX_get_error(pStore));
-        if (!(pRules->m_nFlags & oFault.nForgivenBy))
+        if (IsOfProxy(pSslContext) || !(pRules->m_nFlags & oFault.nForgivenBy))
         {
             pRules->m_nRefusal = oFault.nError;
             return 0;
@@ -69,13 +80,21 @@ struct CertificateRules::Verification
     }
 };
 
-void CertificateRules::Apply(CURL* pTransfer)
+void CertificateRules::SetFlags(DWORD nFlags) noexcept
+{
+    m_nFlags = nFlags & (SECURITY_FLAG_IGNORE_UNKNOWN_CA | SECURITY_FLAG_IGNORE_CERT_CN_INVALID |
+                         SECURITY_FLAG_IGNORE_CERT_DATE_INVALID);
+}
+
+bool CertificateRules::Apply(CURL* pTransfer)
 {
     m_nRefusal = 0;
-    curl_easy_setopt(pTransfer, CURLOPT_SSL_VERIFYPEER, 1L);
-    curl_easy_setopt(pTransfer, CURLOPT_SSL_VERIFYHOST, m_nFlags & SECURITY_FLAG_IGNORE_CERT_CN_INVALID ? 0L : 2L);
+    const auto set = [pTransfer](CURLoption nOption, auto value) {
+        return curl_easy_setopt(pTransfer, nOption, value) == CURLE_OK;
+    };
     // A session that is taken up again would skip the judgement.
-    curl_easy_setopt(pTransfer, CURLOPT_SSL_SESSIONID_CACHE, 0L);
-    curl_easy_setopt(pTransfer, CURLOPT_SSL_CTX_FUNCTION, &Verification::Prepare);
-    curl_easy_setopt(pTransfer, CURLOPT_SSL_CTX_DATA, this);
+    return set(CURLOPT_SSL_VERIFYPEER, 1L) && set(CURLOPT_SSL_SESSIONID_CACHE, 0L) &&
+           set(CURLOPT_SSL_VERIFYHOST, m_nFlags & SECURITY_FLAG_IGNORE_CERT_CN_INVALID ? 0L : 2L) &&
+           set(CURLOPT_PROXY_SSLVERSION, nMarkOfProxies) && set(CURLOPT_SSL_CTX_FUNCTION, &Verification::Prepare) &&
+           set(CURLOPT_SSL_CTX_DATA, this);
 }

@@ -8,13 +8,13 @@
 class CertificateRules
 {
 public:
-    // Of the security flags, those that forgive something: a wrong name, a wrong date, an unknown authority. All else
-    // that is wrong with a certificate is never forgiven.
+    // What is forgiven: of the security flags, those for a wrong name, a wrong date and an unknown authority. All else
+    // that is wrong with a certificate is never forgiven, and to the certificate of a proxy nothing is.
     DWORD Flags() const noexcept { return m_nFlags; }
-    void SetFlags(DWORD nFlags) noexcept { m_nFlags = nFlags; }
+    void SetFlags(DWORD nFlags) noexcept;
 
-    // Holds the transfer to these rules, which must outlive it.
-    void Apply(CURL* pTransfer);
+    // Holds the transfer to these rules, which must outlive it. False if it cannot be held to them.
+    bool Apply(CURL* pTransfer);
 
     // The error of a certificate that was refused since the last Apply; 0 if none was.
     DWORD Refusal() const noexcept { return m_nRefusal; }

@@ -1,6 +1,7 @@
 #include "CredentialsPrompt.h"
 
 #include <cerrno>
+#include <mutex>
 
 #include <fcntl.h>
 #include <termios.h>
@@ -38,6 +39,7 @@ public:
         termios oMode = m_oModeBefore;
         oMode.c_lflag &= ~static_cast<tcflag_t>(ISIG | (bEcho ? 0 : ECHO));
         oMode.c_lflag |= ICANON;
+        oMode.c_iflag |= ICRNL;
         oMode.c_cc[VEOL] = chCancel;
         if (tcsetattr(m_nFile, TCSAFLUSH, &oMode) != 0 || !Write(strPrompt))
             return std::nullopt;
@@ -78,6 +80,8 @@ private:
 
 std::optional<Credentials> AskForCredentials(const std::string& strWhat)
 {
+    static std::mutex s_oOneAtATime;   // or two would put back each other's modes
+    const std::lock_guard oHold(s_oOneAtATime);
     Terminal oTerminal;
     if (!oTerminal.IsUsable())
         return std::nullopt;

@@ -4,29 +4,15 @@
 
 #include <algorithm>
 #include <charconv>
-#include <chrono>
-#include <cstdlib>
 #include <cstring>
 #include <new>
 #include <utility>
 
-#include <unistd.h>
-
 namespace
 {
 constexpr auto nMostSilence = std::chrono::minutes(60);   // between two signs of life of a server
-constexpr long nMostRedirects = 50;
-constexpr long nNetworkBlock = 0x20000;             // bytes that are taken off the network at a time
+constexpr auto nMostDraining = std::chrono::seconds(1);
 constexpr std::size_t nDrainedForReuse = 0x10000;   // an answer no longer than this is read to keep its connection
-constexpr const char* pszWebSchemes = "http,https";
-
-std::string EscapeBlanks(const std::string& strText)
-{
-    std::string strEscaped;
-    for (const char ch : strText)
-        strEscaped.append(ch == ' ' ? "%20" : std::string(1, ch));
-    return strEscaped;
-}
 }
 
 HttpSession::HttpSession(std::string strAgent) : m_strAgent(std::move(strAgent))
@@ -66,116 +52,6 @@ HttpRequest::~HttpRequest()
     curl_slist_free_all(m_pHeaderLines);
 }
 
-template <class Value>
-void HttpRequest::Set(CURLoption nOption, Value value)
-{
-    m_bSetUpFailed |= curl_easy_setopt(m_pTransfer, nOption, value) != CURLE_OK;
-}
-
-DWORD HttpRequest::SetUp(const std::string& strVerb, const std::string& strObject)
-{
-    if (!SetUrl(strObject))
-        return ERROR_INTERNET_INVALID_URL;
-    SetVerb(strVerb);
-    SetSession();
-    SetTrust();
-    Set(CURLOPT_HEADERFUNCTION, &HttpRequest::OnHeader);
-    Set(CURLOPT_HEADERDATA, this);
-    Set(CURLOPT_WRITEFUNCTION, &HttpRequest::OnBody);
-    Set(CURLOPT_WRITEDATA, this);
-    return m_bSetUpFailed ? ERROR_NOT_ENOUGH_MEMORY : ERROR_SUCCESS;
-}
-
-// Server and port are judged by the library's own rules; the object is sent as it stands, its dots included.
-bool HttpRequest::SetUrl(const std::string& strObject)
-{
-    const char* const pszScheme = m_nFlags & INTERNET_FLAG_SECURE ? "https" : "http";
-    const std::string strPort = std::to_string(m_pConnection->nPort);
-    CURLU* const pUrl = curl_url();
-    const bool bValid = pUrl && curl_url_set(pUrl, CURLUPART_HOST, m_pConnection->strServer.c_str(), 0) == CURLUE_OK &&
-                        curl_url_set(pUrl, CURLUPART_PORT, strPort.c_str(), 0) == CURLUE_OK;
-    curl_url_cleanup(pUrl);
-    if (!bValid)
-        return false;
-
-    std::string strUrl = pszScheme + ("://" + m_pConnection->strServer) + ":" + strPort;
-    if (!strObject.starts_with('/'))
-        strUrl += '/';
-    Set(CURLOPT_URL, (strUrl + EscapeBlanks(strObject)).c_str());
-    Set(CURLOPT_PATH_AS_IS, 1L);
-    return true;
-}
-
-void HttpRequest::AddHeaderLine(const char* pszLine)
-{
-    curl_slist* const pLines = curl_slist_append(m_pHeaderLines, pszLine);
-    m_bSetUpFailed |= !pLines;
-    m_pHeaderLines = pLines ? pLines : m_pHeaderLines;
-}
-
-// All but GET and HEAD announce the empty body that they have.
-void HttpRequest::SetVerb(const std::string& strVerb)
-{
-    if (strVerb == "HEAD")
-        Set(CURLOPT_NOBODY, 1L);
-    else if (strVerb != "GET")
-    {
-        Set(CURLOPT_POSTFIELDS, "");
-        Set(CURLOPT_POSTFIELDSIZE, 0L);
-        AddHeaderLine("Content-Type:");   // not the type of a form
-        if (strVerb != "POST")
-            Set(CURLOPT_CUSTOMREQUEST, strVerb.c_str());
-    }
-    if (m_nFlags & INTERNET_FLAG_PRAGMA_NOCACHE)
-        AddHeaderLine("Pragma: no-cache");
-    if (!(m_nFlags & INTERNET_FLAG_KEEP_CONNECTION))
-        AddHeaderLine("Connection: close");
-    Set(CURLOPT_HTTPHEADER, m_pHeaderLines);
-}
-
-void HttpRequest::SetSession()
-{
-    Set(CURLOPT_USERAGENT, m_pConnection->pSession->Agent().c_str());
-    Set(CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1));
-    Set(CURLOPT_NOSIGNAL, 1L);
-    Set(CURLOPT_CONNECTTIMEOUT, nConnectSeconds);
-    Set(CURLOPT_BUFFERSIZE, nNetworkBlock);
-    Set(CURLOPT_COOKIEFILE, "");   // within the request: some redirects want theirs back
-    Set(CURLOPT_PROTOCOLS_STR, pszWebSchemes);
-    Set(CURLOPT_REDIR_PROTOCOLS_STR, pszWebSchemes);
-    Set(CURLOPT_MAXREDIRS, nMostRedirects);
-    Set(CURLOPT_FOLLOWLOCATION, m_nFlags & INTERNET_FLAG_NO_AUTO_REDIRECT ? 0L : 1L);
-
-    constexpr auto nPasswordSchemes = static_cast<long>(CURLAUTH_BASIC | CURLAUTH_DIGEST | CURLAUTH_NTLM);
-    Set(CURLOPT_HTTPAUTH, nPasswordSchemes);
-    Set(CURLOPT_PROXYAUTH, nPasswordSchemes);
-    if (!m_pConnection->strUser.empty())
-    {
-        Set(CURLOPT_USERNAME, m_pConnection->strUser.c_str());
-        Set(CURLOPT_PASSWORD, m_pConnection->strPassword.c_str());
-    }
-}
-
-// The system's authorities, or those that OpenSSL's own variables name. A machine without any knows no authority,
-// which is another thing than a failure.
-void HttpRequest::SetTrust()
-{
-    // Only these two: the flag against caches has the value of the one that forgives an unknown authority.
-    m_oRules.SetFlags(m_nFlags & (INTERNET_FLAG_IGNORE_CERT_CN_INVALID | INTERNET_FLAG_IGNORE_CERT_DATE_INVALID));
-    const char* pszFile = secure_getenv("SSL_CERT_FILE");
-    if (!pszFile)
-        pszFile = curl_version_info(CURLVERSION_NOW)->cainfo;
-    Set(CURLOPT_CAINFO, pszFile && access(pszFile, R_OK) == 0 ? pszFile : nullptr);
-    if (const char* const pszFolder = secure_getenv("SSL_CERT_DIR"))
-        Set(CURLOPT_CAPATH, pszFolder);
-}
-
-void HttpRequest::SetProxyCredentials(const std::string& strUser, const std::string& strPassword)
-{
-    Set(CURLOPT_PROXYUSERNAME, strUser.c_str());
-    Set(CURLOPT_PROXYPASSWORD, strPassword.c_str());
-}
-
 DWORD HttpRequest::Send()
 {
     Drain();
@@ -183,29 +59,34 @@ DWORD HttpRequest::Send()
     m_strHeaders.clear();
     m_nStatus = 0;
     m_bHeadersComplete = false;
+    m_bFinalHeaders = false;
     m_strBody.clear();
     m_nTaken = 0;
+    m_bBodyBegan = false;
     m_nFailure = ERROR_SUCCESS;
-    m_oRules.Apply(m_pTransfer);
+    m_bSetUpFailed |= !m_oRules.Apply(m_pTransfer);
     if (m_bSetUpFailed || curl_multi_add_handle(m_pConnection->pSession->Transfers(), m_pTransfer) != CURLM_OK)
         return ERROR_NOT_ENOUGH_MEMORY;
     m_bRunning = true;
 
-    DWORD nAvailable = 0;
-    if (const DWORD nError = WaitForData(nAvailable); nError == ERROR_SUCCESS || IsAnswered())
+    const auto nLatest = Clock::now() + nMostSilence;
+    while (m_bRunning && !m_bFinalHeaders && Arrived() == 0)
+        Advance(nLatest);
+    if (m_bRunning || m_nFailure == ERROR_SUCCESS || IsAnswered())
         return ERROR_SUCCESS;   // what broke off behind the headers is the body, and reading it tells
     m_strHeaders.clear();
     m_nStatus = 0;
     return m_nFailure;
 }
 
-// Reads the rest of an answer, so that its connection can serve the next try.
+// Reads the rest of an answer, if it is at hand, so that its connection can serve the next try.
 void HttpRequest::Drain()
 {
+    const auto nLatest = Clock::now() + nMostDraining;
     for (std::size_t nDrained = 0; m_bRunning && nDrained <= nDrainedForReuse; m_nTaken = m_strBody.size())
     {
         nDrained += Arrived();
-        Advance();
+        Advance(nLatest);
     }
 }
 
@@ -216,13 +97,13 @@ void HttpRequest::Drop()
 }
 
 // Takes what has arrived off the network, and waits for it if need be. What was read before is forgotten.
-void HttpRequest::Advance()
+void HttpRequest::Advance(Clock::time_point nLatest)
 {
-    constexpr int nPollMilliseconds = 1000;
+    constexpr int nPollMilliseconds = 500;
     m_strBody.erase(0, std::exchange(m_nTaken, 0));
     CURLM* const pTransfers = m_pConnection->pSession->Transfers();
     const std::size_t nBefore = m_strBody.size();
-    const auto nLatest = std::chrono::steady_clock::now() + nMostSilence;
+    const bool bHadHeaders = m_bFinalHeaders;
     for (;;)
     {
         int nRunning = 0;
@@ -230,14 +111,22 @@ void HttpRequest::Advance()
             return Finish(CURLE_OUT_OF_MEMORY);
         int nLeft = 0;
         while (const CURLMsg* const pMessage = curl_multi_info_read(pTransfers, &nLeft))
-            if (pMessage->msg == CURLMSG_DONE)
-                return Finish(pMessage->data.result);
-        if (m_strBody.size() > nBefore)
+            FinishOf(*pMessage);
+        if (!m_bRunning || m_strBody.size() > nBefore || m_bFinalHeaders != bHadHeaders)
             return;
-        if (std::chrono::steady_clock::now() > nLatest)
+        if (Clock::now() > nLatest)
             return Finish(CURLE_OPERATION_TIMEDOUT);
         curl_multi_poll(pTransfers, nullptr, 0, nPollMilliseconds, nullptr);
     }
+}
+
+// Of any request of the session: they share its transfers.
+void HttpRequest::FinishOf(const CURLMsg& oMessage)
+{
+    HttpRequest* pRequest = nullptr;
+    curl_easy_getinfo(oMessage.easy_handle, CURLINFO_PRIVATE, &pRequest);
+    if (oMessage.msg == CURLMSG_DONE && pRequest)
+        pRequest->Finish(oMessage.data.result);
 }
 
 void HttpRequest::Finish(CURLcode nResult)
@@ -274,6 +163,9 @@ bool HttpRequest::IsAnswered() const
 
 DWORD HttpRequest::ErrorOf(CURLcode nResult) const
 {
+    // A scheme that a redirect must not lead to, or else what came is no HTTP.
+    if (nResult == CURLE_UNSUPPORTED_PROTOCOL)
+        return m_bHeadersComplete ? ERROR_HTTP_REDIRECT_FAILED : ERROR_HTTP_INVALID_SERVER_RESPONSE;
     if (nResult != CURLE_PEER_FAILED_VERIFICATION)
         return ErrorOfTransfer(nResult);
     // libcurl itself judges the name alone.
@@ -282,8 +174,9 @@ DWORD HttpRequest::ErrorOf(CURLcode nResult) const
 
 DWORD HttpRequest::WaitForData(DWORD& nAvailable)
 {
+    const auto nLatest = m_bRunning && Arrived() == 0 ? Clock::now() + nMostSilence : Clock::time_point();
     while (m_bRunning && Arrived() == 0)
-        Advance();
+        Advance(nLatest);
     nAvailable = static_cast<DWORD>(std::min<std::size_t>(Arrived(), ~DWORD{0}));
     return nAvailable == 0 ? m_nFailure : ERROR_SUCCESS;
 }
@@ -307,12 +200,14 @@ std::size_t HttpRequest::OnBody(char* pchData, std::size_t nSize, std::size_t nC
 {
     try
     {
-        static_cast<HttpRequest*>(pRequest)->m_strBody.append(pchData, nSize * nCount);
+        auto& oThis = *static_cast<HttpRequest*>(pRequest);
+        oThis.m_strBody.append(pchData, nSize * nCount);
+        oThis.m_bBodyBegan = true;
         return nSize * nCount;
     }
     catch (const std::bad_alloc&)
     {
-        return CURLE_WRITE_ERROR;   // anything but the count
+        return 0;
     }
 }
 
@@ -332,10 +227,13 @@ std::size_t HttpRequest::OnHeader(char* pchLine, std::size_t nSize, std::size_t 
 // Keeps the headers of the latest answer: those of redirects that are followed and of tunnels go by.
 void HttpRequest::TakeHeader(std::string_view strLine)
 {
-    if (strLine.starts_with("HTTP/"))
+    if (m_bBodyBegan)
+        return;   // what follows a body
+    if (strLine.starts_with("HTTP/") && (m_strHeaders.empty() || m_bHeadersComplete))
     {
         m_strHeaders.clear();
         m_bHeadersComplete = false;
+        m_bFinalHeaders = false;
         m_nHop = Info(CURLINFO_REDIRECT_COUNT);
         m_nStatus = 0;
         const std::size_t nStatus = strLine.find_first_not_of(' ', strLine.find(' '));
@@ -343,8 +241,18 @@ void HttpRequest::TakeHeader(std::string_view strLine)
             std::from_chars(strLine.data() + nStatus, strLine.data() + strLine.size(), m_nStatus);
     }
     if (m_bHeadersComplete)
-        return;   // what follows a body
+        return;   // what follows the body of a redirect
     strLine = strLine.substr(0, strLine.find_last_not_of("\r\n") + 1);
     m_strHeaders.append(strLine).append("\r\n");
     m_bHeadersComplete = strLine.empty();
+    m_bFinalHeaders = m_bHeadersComplete && IsFinal();
+}
+
+// Whether the headers that are complete end the wait for an answer, because nothing more is tried and the server
+// itself has sent them. A refusal that is met with credentials shows by what comes next.
+bool HttpRequest::IsFinal() const
+{
+    const bool bFollowed = m_nStatus / 100 == 3 && !(m_nFlags & INTERNET_FLAG_NO_AUTO_REDIRECT);
+    return m_nStatus >= 200 && m_nStatus != 401 && m_nStatus != 407 && !bFollowed &&
+           Info(CURLINFO_RESPONSE_CODE) == static_cast<long>(m_nStatus);
 }

@@ -7,6 +7,7 @@
 #include "system/Errors.h"
 #include "system/Internet.h"
 
+#include <chrono>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -63,9 +64,14 @@ public:
 
     CertificateRules& Rules() noexcept { return m_oRules; }
     const HttpConnection& Connection() const noexcept { return *m_pConnection; }
+
+    // Of the proxy that the last exchange used: its text in the environment, and what it takes to log on there.
+    std::string Proxy() const;   // empty: none
     void SetProxyCredentials(const std::string& strUser, const std::string& strPassword);
 
 private:
+    using Clock = std::chrono::steady_clock;
+
     bool SetUrl(const std::string& strObject);
     void SetVerb(const std::string& strVerb);
     void AddHeaderLine(const char* pszLine);
@@ -80,10 +86,12 @@ private:
 
     void Drop();
     void Drain();
-    void Advance();
+    void Advance(Clock::time_point nLatest);
+    static void FinishOf(const CURLMsg& oMessage);
     void Finish(CURLcode nResult);
     bool WasTunnelRefused() const;
     bool IsAnswered() const;
+    bool IsFinal() const;
     DWORD ErrorOf(CURLcode nResult) const;
     long Info(CURLINFO nWhich) const;
     std::size_t Arrived() const noexcept { return m_strBody.size() - m_nTaken; }
@@ -100,6 +108,8 @@ private:
     std::string m_strHeaders;
     DWORD m_nStatus = 0;
     bool m_bHeadersComplete = false;
+    bool m_bFinalHeaders = false;
+    bool m_bBodyBegan = false;
     long m_nHop = 0;   // redirects that were followed to the server that sent these headers
 
     std::string m_strBody;      // what has arrived

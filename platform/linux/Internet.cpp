@@ -4,6 +4,7 @@
 #include "Curl.h"
 #include "Failure.h"
 #include "HttpRequest.h"
+#include "Proxy.h"
 
 #include <algorithm>
 #include <charconv>
@@ -14,8 +15,7 @@
 namespace
 {
 constexpr DWORD nStatusProxyAuthentication = 407;
-constexpr DWORD nForgivingFlags =
-    SECURITY_FLAG_IGNORE_UNKNOWN_CA | SECURITY_FLAG_IGNORE_CERT_CN_INVALID | SECURITY_FLAG_IGNORE_CERT_DATE_INVALID;
+constexpr std::size_t nMostRealm = 100;
 constexpr DWORD nKnownRequestFlags = INTERNET_FLAG_SECURE | INTERNET_FLAG_KEEP_CONNECTION |
                                      INTERNET_FLAG_NO_AUTO_REDIRECT | INTERNET_FLAG_PRAGMA_NOCACHE |
                                      INTERNET_FLAG_IGNORE_CERT_CN_INVALID | INTERNET_FLAG_IGNORE_CERT_DATE_INVALID;
@@ -67,20 +67,26 @@ BOOL QueryContentLength(const HttpRequest& oRequest, LPVOID pBuffer, LPDWORD pnS
     const std::string_view strLength = FindHeader(oRequest.Headers(), "Content-Length");
     if (strLength.empty())
         return Fail(ERROR_HTTP_HEADER_NOT_FOUND, FALSE);
-    DWORD nLength = 0;
+    std::uint64_t nLength = 0;
     const char* const pchEnd = strLength.data() + strLength.size();
-    const auto [pchRead, nError] = std::from_chars(strLength.data(), pchEnd, nLength);
-    if (nError != std::errc() || pchRead != pchEnd)
-        return Fail(ERROR_HTTP_INVALID_SERVER_RESPONSE, FALSE);   // no number, or one of more than 32 bits
-    return GiveOut(&nLength, sizeof nLength, 0, pBuffer, pnSize);
+    const auto [pchRead, eError] = std::from_chars(strLength.data(), pchEnd, nLength);
+    if (eError != std::errc() || pchRead != pchEnd)
+        return Fail(ERROR_HTTP_INVALID_SERVER_RESPONSE, FALSE);
+    const auto nLow = static_cast<DWORD>(nLength);
+    return GiveOut(&nLow, sizeof nLow, 0, pBuffer, pnSize);
 }
 
 // What the prompt says. The realm is the proxy's text, and a terminal would obey its control characters.
 std::string WhoAsks(const HttpRequest& oRequest)
 {
-    std::string strText = "The proxy for " + oRequest.Connection().strServer + " asks for a name and a password.";
-    if (const std::string_view strRealm = FindHeader(oRequest.Headers(), "Proxy-Authenticate"); !strRealm.empty())
-        strText.append(" (").append(strRealm).append(")");
+    constexpr std::string_view strName = "realm=\"";
+    std::string strText = "The proxy " + WithoutUser(oRequest.Proxy()) + " asks for a name and a password";
+    const std::string_view strChallenge = FindHeader(oRequest.Headers(), "Proxy-Authenticate");
+    if (const std::size_t nRealm = strChallenge.find(strName); nRealm != std::string_view::npos)
+    {
+        const std::string_view strRealm = strChallenge.substr(nRealm + strName.size());
+        strText.append(" (").append(strRealm.substr(0, std::min(strRealm.find('"'), nMostRealm))).append(")");
+    }
     std::replace_if(
         strText.begin(), strText.end(), [](unsigned char ch) { return ch < ' ' || ch >= 0x7f; }, '?');
     return strText;
@@ -91,7 +97,10 @@ HINTERNET win32::InternetOpenA(LPCSTR pszAgent, DWORD nAccessType, LPCSTR pszPro
 {
     if (nAccessType != INTERNET_OPEN_TYPE_PRECONFIG || pszProxy || pszBypass || (nFlags & ~INTERNET_FLAG_SECURE))
         return Fail(ERROR_NOT_SUPPORTED, HINTERNET{});
-    return OrOutOfMemory(HINTERNET{}, [&] { return OpenHandle(std::make_shared<HttpSession>(OrEmpty(pszAgent))); });
+    const std::string_view strAgent = pszAgent ? pszAgent : "";
+    if (strAgent.find_first_of("\r\n") != std::string_view::npos)
+        return Fail(ERROR_INVALID_PARAMETER, HINTERNET{});   // which would be headers of its own
+    return OrOutOfMemory(HINTERNET{}, [&] { return OpenHandle(std::make_shared<HttpSession>(std::string(strAgent))); });
 }
 
 HINTERNET win32::InternetConnectA(HINTERNET hSession, LPCSTR pszServer, INTERNET_PORT nPort, LPCSTR pszUser,
@@ -198,7 +207,7 @@ BOOL win32::InternetSetOptionA(HINTERNET hRequest, DWORD nOption, LPVOID pBuffer
         return Fail(ERROR_NOT_SUPPORTED, FALSE);
     DWORD nFlags = 0;
     std::memcpy(&nFlags, pBuffer, sizeof nFlags);
-    pRequest->Rules().SetFlags(nFlags & nForgivingFlags);
+    pRequest->Rules().SetFlags(nFlags);
     return TRUE;
 }
 
@@ -215,6 +224,8 @@ DWORD win32::InternetErrorDlg(HWND /*hWindow*/, HINTERNET hRequest, DWORD /*nErr
         return ERROR_INVALID_HANDLE;
     if (pRequest->Status() != nStatusProxyAuthentication)
         return ERROR_SUCCESS;
+    if (pRequest->Proxy().empty())
+        return ERROR_CANCELLED;   // from something that is no proxy, so nothing helps
     return OrOutOfMemory(ERROR_CANCELLED, [&]() -> DWORD {
         const auto oGiven = AskForCredentials(WhoAsks(*pRequest));
         if (!oGiven)
