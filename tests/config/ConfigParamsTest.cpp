@@ -5,182 +5,121 @@
 
 #include "OwnRegistry.h"
 
+#include <functional>
 #include <stdexcept>
 
 #include <gmock/gmock.h>
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-
 namespace
 {
-const auto& s_oNative = PlatformService<RegistryCalls>::s_oNative;
 int s_nOpen;   // keys
 
-void CountKeys(RegistryCalls& oCalls)
+struct ConfigParamsTest : testing::Test, CConfigParamsBase
 {
-    s_nOpen = 0;
-    oCalls.RegCreateKeyExA = [](HKEY hRoot, LPCSTR pszPath, DWORD nReserved, char* pszClass, DWORD nOptions,
-                                REGSAM nRights, LPSECURITY_ATTRIBUTES pSecurity, HKEY* phKey, LPDWORD pnDisposition)
-                                 WINAPI -> LSTATUS {
-        EXPECT_EQ(nRights, DWORD{KEY_ALL_ACCESS});
-        const LSTATUS nResult = s_oNative.RegCreateKeyExA(hRoot, pszPath, nReserved, pszClass, nOptions, nRights,
-                                                          pSecurity, phKey, pnDisposition);
-        s_nOpen += nResult == 0;
-        return nResult;
-    };
-    oCalls.RegCloseKey = [](HKEY hKey) WINAPI { return --s_nOpen, s_oNative.RegCloseKey(hKey); };
-}
+    ConfigParamsTest() { EXPECT_EQ(OpenRegistry(m_strPath.c_str(), m_hKey), 0); }
 
-class ConfigParamsTest : public testing::Test
-{
-protected:
-    ~ConfigParamsTest() override { m_oParams.CloseRegistry(m_hKey); }
-
-    void SetUp() override { ASSERT_EQ(m_oParams.OpenRegistry(m_strPath.c_str(), m_hKey), 0); }
-
-    long Set(const char* pszName, const std::string& strBytes, DWORD nType = REG_BINARY)
+    void Set(const char* pszName, const std::string& strBytes)
     {
-        return Registry().RegSetValueExA(m_hKey, pszName, 0, nType, reinterpret_cast<const BYTE*>(strBytes.data()),
-                                         static_cast<DWORD>(strBytes.size()));
+        Registry().RegSetValueExA(m_hKey, pszName, 0, REG_BINARY, reinterpret_cast<const BYTE*>(strBytes.data()),
+                                  static_cast<DWORD>(strBytes.size()));
     }
-
-    std::string Path(const std::string& strBelow) const { return m_strPath + '\\' + strBelow; }
 
     OwnRegistry m_oRegistry;
     const std::string m_strPath = m_oRegistry.Key();
-    CConfigParamsBase m_oParams;
     HKEY m_hKey = nullptr;
+    std::string m_strValue = "before";
+    unsigned long m_nValue = ~0ul;
+    std::vector<std::string> m_oList{"before"};
+    const Substitution<RegistryCalls> m_oCounted{[](RegistryCalls& oCalls) {
+        oCalls.RegCreateKeyExA = [](HKEY h, LPCSTR psz, DWORD n, char* pszClass, DWORD nOptions, REGSAM nRights,
+                                    LPSECURITY_ATTRIBUTES p, HKEY* ph, LPDWORD pn) WINAPI {
+            const auto& oNative = PlatformService<RegistryCalls>::s_oNative;
+            const auto nError = oNative.RegCreateKeyExA(h, psz, n, pszClass, nOptions, nRights, p, ph, pn);
+            return s_nOpen += nError == 0, nError;
+        };
+        oCalls.RegCloseKey = [](HKEY hKey) WINAPI {
+            return --s_nOpen, PlatformService<RegistryCalls>::s_oNative.RegCloseKey(hKey);
+        };
+    }};
 };
 }
 
-TEST_F(ConfigParamsTest, OnlyReadsByHandleAndQuestionsCreateNoKey)
+TEST_F(ConfigParamsTest, EachOperationByPathCreatesItsKeyAndAllButOneCloseIt)
 {
-    HKEY hKey = m_hKey;
-    const Substitution<RegistryCalls> oCounted(CountKeys);
-    std::vector<std::string> oList;
-    std::string strValue = "before";
-    unsigned long nValue = 5;
-    const std::function<bool(const char*)> aCreating[] = {
-        [&](const char* psz) { return !m_oParams.getRegString(psz, "v", strValue) && strValue.empty(); },
-        [&](const char* psz) { return !m_oParams.getRegDWORD(psz, "v", nValue) && nValue == 5; },
-        [&](const char* psz) { return m_oParams.setRegString(psz, "v", ""); },
-        [&](const char* psz) { return m_oParams.getRegSubKeys(psz, oList), oList.empty(); },
+    const std::function<bool(const char*)> aOperations[] = {
+        [&](const char* psz) { return !getRegString(psz, "v", m_strValue) && m_strValue.empty(); },
+        [&](const char* psz) { return !getRegDWORD(psz, "v", m_nValue) && m_nValue == ~0ul; },
+        [&](const char* psz) { return setRegString(psz, "v", "") == (*psz != '\\'); },
+        [&](const char* psz) { return getRegSubKeys(psz, m_oList), m_oList.size() == 1; },
+        [&](const char* psz) { return getRegSubKeyValues(psz, m_oList), m_oList.size() == 1; },
     };
-    int nKey = 0;
-    for (const auto& create : aCreating)
+    std::string strKey = m_strPath + "\\";
+    for (const auto& operation : aOperations)
     {
-        const std::string strKey = Path(std::to_string(nKey++));
-        EXPECT_FALSE(m_oParams.IsRegistryKeyExists(HKEY_LOCAL_MACHINE, strKey.c_str()));
-        EXPECT_EQ(m_oParams.OpenRegistryKey(HKEY_LOCAL_MACHINE, strKey.c_str(), hKey), 2);
-        EXPECT_TRUE(create(strKey.c_str())) << nKey;
-        EXPECT_EQ(s_nOpen, 0) << nKey;
-        EXPECT_TRUE(m_oParams.IsRegistryKeyExists(HKEY_LOCAL_MACHINE, strKey.c_str()));
-        ++s_nOpen;   // of the question, which does not create
+        strKey += 'x';
+        EXPECT_FALSE(IsRegistryKeyExists(HKEY_LOCAL_MACHINE, strKey.c_str()));
+        EXPECT_EQ(OpenRegistryKey(HKEY_LOCAL_MACHINE, strKey.c_str(), m_hKey), 2);
+        s_nOpen = 0;
+        EXPECT_TRUE(operation(strKey.c_str()) && operation("\\refused")) << strKey;
+        EXPECT_EQ(s_nOpen, &operation == &aOperations[4]) << strKey;
+        EXPECT_TRUE(IsRegistryKeyExists(HKEY_LOCAL_MACHINE, strKey.c_str()));
     }
-    m_oParams.getRegSubKeyValues(Path("5").c_str(), oList);
-    EXPECT_EQ(s_nOpen, 1);   // this one leaves its key open
-    EXPECT_TRUE(m_oParams.IsRegistryKeyExists(m_hKey, "5"));
-    EXPECT_THAT(oList, IsEmpty());
-
-    ASSERT_EQ(m_oParams.OpenRegistry(m_hKey, "5", hKey), 0);
-    const HKEY hBefore = hKey;
-    m_oParams.CloseRegistry(hKey);
-    EXPECT_EQ(hKey, hBefore);
 }
 
 TEST_F(ConfigParamsTest, ReadsAnyTypeUpToItsCapacity)
 {
-    std::string strValue;
-    unsigned long nValue = ~0ul;
-    m_oParams.setRegString(m_hKey, "text", "hello");
-    m_oParams.setRegDWORD(m_hKey, "number", 0x44434241);
-    m_oParams.setRegDWORD(m_hKey, std::string(300, 'n').c_str(), 300);
-    const std::pair<std::string, std::string> aoCases[] = {
-        {std::string(2046, 'x') + '\0', std::string(2046, 'x')},
-        {std::string(2047, 'y'), std::string(2047, 'y')},   // without a terminator
-        {std::string("a\0b", 3), "a"},
-        {"", ""},
-    };
-    for (const auto& [strBytes, strExpected] : aoCases)
+    setRegString(m_hKey, "text", "hello");
+    setRegDWORD(m_hKey, std::string(300, 'n').c_str(), 0x44434241);
+    const std::string strNumber(300, 'N');
+    for (const std::string& strBytes : {std::string(2047, 'y'), std::string("a\0b", 3), std::string()})
     {
-        ASSERT_EQ(Set("bytes", strBytes), 0);
-        EXPECT_TRUE(m_oParams.getRegString(m_strPath.c_str(), "bytes", strValue));
-        EXPECT_EQ(strValue, strExpected);
+        Set("bytes", strBytes);
+        EXPECT_TRUE(getRegString(m_strPath.c_str(), "bytes", m_strValue) && m_strValue == strBytes.c_str());
     }
     Set("bytes", std::string(2048, 'z'));
-    EXPECT_FALSE(m_oParams.getRegString(m_hKey, "bytes", strValue));
-    EXPECT_TRUE(m_oParams.getRegString(m_hKey, "number", strValue));
-    EXPECT_EQ(strValue, "ABCD");
-
-    EXPECT_TRUE(m_oParams.getRegDWORD(m_strPath.c_str(), "number", nValue));
-    EXPECT_EQ(nValue, 0x44434241u);
-    EXPECT_FALSE(m_oParams.getRegDWORD(m_hKey, "text", nValue));
+    EXPECT_FALSE(getRegString(m_hKey, "bytes", m_strValue));
+    EXPECT_TRUE(getRegString(m_hKey, strNumber.c_str(), m_strValue) && m_strValue == "ABCD");
+    EXPECT_TRUE(getRegDWORD(m_strPath.c_str(), strNumber.c_str(), m_nValue) && m_nValue == 0x44434241);
+    EXPECT_FALSE(getRegDWORD(m_hKey, "text", m_nValue));
     Set("bytes", "a");
-    EXPECT_TRUE(m_oParams.getRegDWORD(m_hKey, "bytes", nValue));
-    EXPECT_EQ(nValue, 0x44434261u);   // the others stay
-    EXPECT_TRUE(m_oParams.getRegDWORD(m_hKey, std::string(300, 'N').c_str(), nValue));
-    EXPECT_EQ(nValue, 300u);
-
+    EXPECT_TRUE(getRegDWORD(m_hKey, "bytes", m_nValue) && m_nValue == 0x44434261);   // the other bytes stay
     char achBuffer[] = "........";
-    EXPECT_FALSE(m_oParams.getRegString(m_hKey, "text", achBuffer, 5));
-    EXPECT_TRUE(m_oParams.getRegString(m_hKey, "number", achBuffer, 5));
-    EXPECT_STREQ(achBuffer, "ABCD....");
-    m_oParams.DeleteRegValue(m_hKey, "number");
-    EXPECT_FALSE(m_oParams.getRegDWORD(m_hKey, "number", nValue));
+    EXPECT_TRUE(!getRegString(m_hKey, "text", achBuffer, 5) && getRegString(m_hKey, "text", achBuffer, 6));
+    EXPECT_EQ(achBuffer, std::string("hello"));
+    DeleteRegValue(m_hKey, "text");
+    EXPECT_FALSE(getRegString(m_hKey, "text", m_strValue));
+    const HKEY hBefore = m_hKey;
+    CloseRegistry(m_hKey);
+    EXPECT_EQ(m_hKey, hBefore);
 }
 
 TEST_F(ConfigParamsTest, ListsBehindWhatTheListHoldsUntilSomethingDoesNotFit)
 {
-    std::vector<std::string> oKeys{"before"};
-    std::vector<std::string> oValues{"before"};
-    for (const char* psz : {"b", "A", "c"})
-        m_oParams.setRegString(Path(psz).c_str(), "", psz);
-    m_oParams.getRegSubKeys(m_strPath.c_str(), oKeys);
-    EXPECT_THAT(oKeys, ElementsAre("before", "A", "b", "c"));
-
-    Set("1", std::string("text", 5));
-    Set("2", "");
-    m_oParams.setRegDWORD(m_hKey, "3", 0x414243);
-    Set("4", std::string(256, 'x'));
-    Set("5", "yz");
-    Set("6", std::string(257, 'x'));
-    Set("7", "");
-    m_oParams.getRegSubKeyValues(m_strPath.c_str(), oValues);
-    EXPECT_THAT(oValues,
-                ElementsAre("before", "text", "text", "CBA", std::string(256, 'x'), "yz" + std::string(254, 'x')));
+    const std::string strFull(256, 'x');
+    for (const auto& [pszName, strBytes] : {std::pair{"1", std::string("text", 5)},
+                                            {"2", ""},
+                                            {"4", strFull},
+                                            {"5", "yz"},
+                                            {"6", strFull + 'x'},
+                                            {"7", ""}})
+        Set(pszName, strBytes);
+    setRegDWORD(m_hKey, "3", 0x414243);
+    for (const char* psz : {"\\b", "\\A", "\\c"})
+        setRegString((m_strPath + psz).c_str(), "", psz);
+    getRegSubKeys(m_strPath.c_str(), m_oList);
+    getRegSubKeyValues(m_strPath.c_str(), m_oList);
+    EXPECT_THAT(m_oList, testing::ElementsAre("before", "A", "b", "c", "text", "text", "CBA", strFull,
+                                              "yz" + strFull.substr(2)));
 }
 
-TEST_F(ConfigParamsTest, TellsOnlyWhetherTheKeyCouldBeOpened)
+TEST_F(ConfigParamsTest, AWriteTellsOnlyWhetherTheKeyCouldBeOpened)
 {
-    static bool s_bThrows;
-    const Substitution<RegistryCalls> oCounted(CountKeys);
-    {
-        const Substitution<RegistryCalls> oRefusing([](RegistryCalls& oCalls) {
-            oCalls.RegSetValueExA = [](HKEY, LPCSTR, DWORD, DWORD nType, const BYTE*, DWORD nSize) WINAPI -> LSTATUS {
-                EXPECT_EQ(nType * 100 + nSize, 103u);   // with its terminator
-                return s_bThrows ? throw std::runtime_error("") : ERROR_ACCESS_DENIED;
-            };
-        });
-        EXPECT_TRUE(m_oParams.setRegString(m_strPath.c_str(), "v", "ab"));
-        EXPECT_EQ(s_nOpen, 0);
-        s_bThrows = true;
-        EXPECT_FALSE(m_oParams.setRegString(m_strPath.c_str(), "v", "ab"));
-        EXPECT_EQ(s_nOpen, 1);
-        EXPECT_FALSE(m_oParams.setRegString(m_strPath.c_str(), "v", nullptr));
-        EXPECT_EQ(s_nOpen, 2);
-    }
-    std::string strValue = "before";
-    unsigned long nValue = 5;
-    std::vector<std::string> oList;
-    EXPECT_EQ(m_oParams.OpenRegistry("\\refused", m_hKey), long{ERROR_BAD_PATHNAME});
-    EXPECT_FALSE(m_oParams.getRegString("\\refused", "v", strValue));
-    EXPECT_EQ(strValue, "");
-    EXPECT_FALSE(m_oParams.getRegDWORD("\\refused", "v", nValue));
-    EXPECT_EQ(nValue, 5u);
-    EXPECT_FALSE(m_oParams.setRegString("\\refused", "v", "ab"));
-    m_oParams.getRegSubKeys("\\refused", oList);
-    m_oParams.getRegSubKeyValues("\\refused", oList);
-    EXPECT_THAT(oList, IsEmpty());
-    EXPECT_EQ(s_nOpen, 2);
+    s_nOpen = 0;
+    EXPECT_TRUE(setRegString(m_strPath.c_str(), std::string(20000, 'n').c_str(), "refused") && s_nOpen == 0);
+    const Substitution<RegistryCalls> oThrowing([](RegistryCalls& oCalls) {
+        oCalls.RegSetValueExA = [](HKEY, LPCSTR, DWORD, DWORD, const BYTE*, DWORD)
+                                    WINAPI -> LSTATUS { throw std::runtime_error("raised"); };
+    });
+    EXPECT_TRUE(!setRegString(m_strPath.c_str(), "v", "ab") && s_nOpen == 1);   // which stays open
+    EXPECT_TRUE(!setRegString(m_strPath.c_str(), "v", nullptr) && s_nOpen == 2);
 }
