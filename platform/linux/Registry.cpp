@@ -152,7 +152,7 @@ HKEY Open(RegistryStore& oStore, HKEY hRoot, LPCSTR pszPath, REGSAM nRights, Fin
     const std::string strNames = WellFormed(pszPath);
     std::string strPath = pRoot->strPath;
     if (!strNames.empty())
-        strPath += (strPath.empty() ? "" : "\\") + FoldCase(strNames);
+        strPath.append(strPath.empty() ? "" : "\\").append(FoldCase(strNames));
     auto nKey = oStore.FindKey(strPath);
     if (!nKey)
         nKey = find(*pRoot, strNames);

@@ -87,7 +87,7 @@ std::int64_t RegistryStore::CreateKey(std::int64_t nParent, std::string strParen
     {
         const auto strName = strNames.substr(0, strNames.find('\\'));
         strNames.remove_prefix(std::min(strName.size() + 1, strNames.size()));
-        strPath += (strPath.empty() ? "" : "\\") + FoldCase(strName);
+        strPath.append(strPath.empty() ? "" : "\\").append(FoldCase(strName));
         if (const auto nFound = FindKey(strPath))
         {
             nKey = *nFound;
