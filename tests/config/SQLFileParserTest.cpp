@@ -4,7 +4,9 @@
 #include "support/ScratchFolder.h"
 #include "support/Substitution.h"
 
-#include <regex>
+#include <algorithm>
+#include <random>
+#include <sstream>
 
 #include <gmock/gmock.h>
 
@@ -27,21 +29,25 @@ Statements Parse(const std::string& strScript, Statements oStatements = {})
     return oStatements;
 }
 
-// The rules once more, in other words, for a script without zero bytes.
-Statements Reference(const std::string& strScript)
+std::string Trimmed(std::string str)
 {
-    static const std::regex s_oLine("[^\r\n]+");
-    static const std::regex s_oSpaces("^ +| +$");
-    static const std::regex s_oTabs("^\t+|\t+$");
-    const auto trim = [](const auto& str) {
-        return std::regex_replace(std::regex_replace(str, s_oSpaces, ""), s_oTabs, "");
-    };
+    for (const char ch : {' ', '\t'})
+        while (str.starts_with(ch) || str.ends_with(ch))
+            str.erase(str.ends_with(ch) ? str.size() - 1 : 0, 1);
+    return str;
+}
+
+// The rules once more, in other words, for a script without zero bytes.
+Statements Reference(std::string strScript)
+{
+    std::replace(strScript.begin(), strScript.end(), '\r', '\n');
+    std::istringstream oScript(strScript);
     Statements oStatements{""};
-    for (std::sregex_iterator it(strScript.begin(), strScript.end(), s_oLine), itEnd; it != itEnd; ++it)
+    for (std::string strLine; std::getline(oScript, strLine);)
     {
-        const std::string strLine = trim(it->str());
+        strLine = Trimmed(strLine);
         oStatements.back() += strLine.starts_with('#') ? "" : strLine;
-        if (!strLine.starts_with('#') && trim(strLine).ends_with(';'))
+        if (!strLine.starts_with('#') && Trimmed(strLine).ends_with(';'))
             oStatements.emplace_back();
     }
     oStatements.pop_back();
