@@ -7,8 +7,11 @@ struct Translation
     int nErrno;
     DWORD nError;
 };
+// The first that fits, in both directions.
 constexpr Translation s_aTranslations[] = {
+    {0, ERROR_SUCCESS},
     {ENOENT, ERROR_FILE_NOT_FOUND},
+    {ENOENT, ERROR_PATH_NOT_FOUND},
     {ENOTDIR, ERROR_PATH_NOT_FOUND},
     {EMFILE, ERROR_TOO_MANY_OPEN_FILES},
     {ENFILE, ERROR_TOO_MANY_OPEN_FILES},
@@ -16,9 +19,12 @@ constexpr Translation s_aTranslations[] = {
     {EPERM, ERROR_ACCESS_DENIED},
     {EISDIR, ERROR_ACCESS_DENIED},
     {EBADF, ERROR_ACCESS_DENIED},   // what a handle stands for is open, but perhaps not for this
+    {EBADF, ERROR_INVALID_HANDLE},
     {ENOMEM, ERROR_NOT_ENOUGH_MEMORY},
     {EXDEV, ERROR_NOT_SAME_DEVICE},
     {EROFS, ERROR_WRITE_PROTECT},
+    {EBUSY, ERROR_BUSY},
+    {EBUSY, ERROR_SHARING_VIOLATION},
     {ETXTBSY, ERROR_SHARING_VIOLATION},
     {EWOULDBLOCK, ERROR_SHARING_VIOLATION},   // of flock
     {ENOTSUP, ERROR_NOT_SUPPORTED},
@@ -29,7 +35,8 @@ constexpr Translation s_aTranslations[] = {
     {EDQUOT, ERROR_DISK_FULL},
     {EFBIG, ERROR_DISK_FULL},
     {ENOTEMPTY, ERROR_DIR_NOT_EMPTY},
-    {EBUSY, ERROR_BUSY},
+    {ENOTDIR, ERROR_DIRECTORY},
+    {ENOEXEC, ERROR_BAD_EXE_FORMAT},
     {EEXIST, ERROR_ALREADY_EXISTS},
     {ENAMETOOLONG, ERROR_FILENAME_EXCED_RANGE},
     {EIO, ERROR_IO_DEVICE},
@@ -43,4 +50,12 @@ DWORD ErrorOfErrno(int nErrno) noexcept
         if (nFrom == nErrno)
             return nTo;
     return ERROR_GEN_FAILURE;
+}
+
+int ErrnoOfError(DWORD nError) noexcept
+{
+    for (const auto& [nFrom, nTo] : s_aTranslations)
+        if (nTo == nError)
+            return nFrom;
+    return -1;
 }

@@ -7,6 +7,9 @@
 
 DWORD ErrorOfErrno(int nErrno) noexcept;
 
+// The way back, for its text; -1 if the number stands for none.
+int ErrnoOfError(DWORD nError) noexcept;
+
 template <class Result>
 Result FailByErrno(Result failure) noexcept
 {

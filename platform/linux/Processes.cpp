@@ -100,7 +100,7 @@ pid_t StartProcess(LPCSTR pszApplication, LPCSTR pszCommandLine, LPCSTR pszWorki
             nErrno = oSettings.Start(false, oXCopy[0].c_str(), oXCopy, nId);
     if (nErrno == 0)
         return nId;
-    return Fail(nErrno == ENOEXEC ? ERROR_BAD_EXE_FORMAT : ErrorOnPath(oProgram, nErrno), pid_t{0});
+    return Fail(ErrorOnPath(oProgram, nErrno), pid_t{0});
 }
 }
 

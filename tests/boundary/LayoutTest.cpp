@@ -8,6 +8,7 @@
 #include "ZevrinUtils/HttpServices.h"
 #include "ZevrinUtils/PortListener.h"
 #include "ZevrinUtils/SQLFileParser.h"
+#include "ZevrinUtils/SystemInfo.h"
 
 #include <cstddef>
 #include <cstring>
@@ -46,6 +47,15 @@ struct CConfigParamsPeer : CConfigParamsBase
 };
 static_assert(sizeof(CConfigParamsBase) == sizeof(void*) && sizeof(CSSQLFileParser) == sizeof(void*));
 static_assert(std::has_virtual_destructor_v<CConfigParamsBase> && std::has_virtual_destructor_v<CSSQLFileParser>);
+
+struct CSystemInfoPeer
+{
+    using I = CSystemInfo;
+    static_assert(std::has_virtual_destructor_v<I>);
+    static_assert(!bWindows32 || (offsetof(I, m_tLastDiskCheck) == 4 && offsetof(I, m_ulFreeDiskMegabytes) == 8));
+    static_assert(!bWindows32 || (offsetof(I, m_dFreeDiskPercent) == 16 && offsetof(I, m_oDiskLock) == 24));
+    static_assert(!bWindows32 || offsetof(I, m_sDiskSpaceDirectory) == 52);
+};
 
 struct CSPortListenerPeer
 {

@@ -21,6 +21,7 @@ using LONG = std::int32_t;
 using ULONG = std::uint32_t;
 using UINT = unsigned int;
 using LONGLONG = std::int64_t;
+using ULONGLONG = std::uint64_t;
 using HRESULT = LONG;
 using LRESULT = std::intptr_t;
 using LPSTR = char*;

@@ -1,0 +1,5 @@
+#pragma once
+
+#include "ZevrinUtils/Types.h"
+
+#include <iphlpapi.h>

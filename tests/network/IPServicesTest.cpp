@@ -1,0 +1,86 @@
+#include "ZevrinUtils/IPServices.h"
+
+#include "platform/Adapters.h"
+#include "platform/Errors.h"
+#include "platform/Memory.h"
+#include "support/Substitution.h"
+
+#include <cstring>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+TEST(IPServices, TestTheFormOfEachGroup)
+{
+    for (const char* pszGood :
+         {"1.2.3.4", "1", "1.2", "1.2.3.4.5", "255.255.255.255", "001.002.003.004", "0", "0000255"})
+        EXPECT_TRUE(CSIPServices::IsValidIP(pszGood)) << pszGood;
+    for (const char* pszBad : {"", ".", "256.1.1.1", "1.1.1.256", ".1.2.3", "1.2.3.", "1..2", "1.2.3.4 ", " 1",
+                               "-1.2.3.4", "+1", "1.2.3.a", "1.a2", "1.\xb2", "1.2:80"})
+        EXPECT_FALSE(CSIPServices::IsValidIP(pszBad)) << pszBad;
+    EXPECT_FALSE(CSIPServices::IsValidIP(nullptr));
+}
+
+namespace
+{
+// 1 local, 0 foreign, -1 no answer.
+int Ask(const char* pszText)
+{
+    bool bIsLocal = true;
+    const bool bAnswered = CSIPServices::IsLocalIP(pszText, bIsLocal);
+    EXPECT_TRUE(bAnswered || !bIsLocal);
+    return bAnswered ? bIsLocal : -1;
+}
+}
+
+TEST(IPServices, KnowTheAddressesOfThisMachine)
+{
+    ULONG nSize = 0;
+    const ULONG nError = Adapters().GetAdaptersInfo(nullptr, &nSize);
+    if (nError == ERROR_NO_DATA)
+        GTEST_SKIP() << "this machine has no network adapter";
+    ASSERT_EQ(nError, ULONG{ERROR_BUFFER_OVERFLOW});
+    --nSize;
+    std::vector<IP_ADAPTER_INFO> oBuffer(nSize / sizeof(IP_ADAPTER_INFO) + 2);
+    EXPECT_EQ(Adapters().GetAdaptersInfo(oBuffer.data(), &nSize), ULONG{ERROR_BUFFER_OVERFLOW});
+    ASSERT_EQ(Adapters().GetAdaptersInfo(oBuffer.data(), &nSize), ULONG{ERROR_SUCCESS});
+    for (const auto* pAdapter = oBuffer.data(); pAdapter; pAdapter = pAdapter->Next)
+        for (const auto* pAddress = &pAdapter->IpAddressList; pAddress; pAddress = pAddress->Next)
+        {
+            EXPECT_TRUE(CSIPServices::IsValidIP(pAddress->IpAddress.String));
+            EXPECT_EQ(Ask(pAddress->IpAddress.String), 1);
+            EXPECT_EQ(Ask((std::string("0") + pAddress->IpAddress.String).c_str()), 0);
+        }
+    EXPECT_EQ(Ask("127.0.0.1"), 0);
+    EXPECT_EQ(Ask("192.0.2.1"), 0);
+    EXPECT_EQ(Ask(""), 0);
+}
+
+TEST(IPServices, WalkAllAdaptersAndFailWhenAskedInVain)
+{
+    static int s_nFails;   // the call that does
+    const Substitution<AdapterCalls> oThree([](AdapterCalls& o) {
+        o.GetAdaptersInfo = [](PIP_ADAPTER_INFO p, ULONG* pnSize) WINAPI -> ULONG {
+            if (!p)
+                return *pnSize = 2 * sizeof *p + sizeof(IP_ADDR_STRING),
+                       s_nFails == 1 ? ERROR_NO_DATA : ERROR_BUFFER_OVERFLOW;
+            auto* const pMore = reinterpret_cast<PIP_ADDR_STRING>(p + 2);
+            p->Next = p + 1;
+            p[1].IpAddressList.Next = pMore;
+            std::strcpy(p[0].IpAddressList.IpAddress.String, "10.0.0.1");
+            std::strcpy(p[1].IpAddressList.IpAddress.String, "10.0.0.2");
+            std::strcpy(pMore->IpAddress.String, "10.0.0.3");
+            return s_nFails == 2 ? ERROR_NOT_ENOUGH_MEMORY : ERROR_SUCCESS;
+        };
+    });
+    for (const char* pszLocal : {"10.0.0.1", "10.0.0.2", "10.0.0.3"})
+        EXPECT_EQ(Ask(pszLocal), 1) << pszLocal;
+    EXPECT_EQ(Ask("10.0.0.4"), 0);
+    for (s_nFails = 1; s_nFails <= 2; ++s_nFails)
+        EXPECT_EQ(Ask("10.0.0.1"), -1);
+    const Substitution<MemoryCalls> oNone(
+        [](MemoryCalls& o) { o.malloc = [](std::size_t) -> void* { return nullptr; }; });
+    EXPECT_EQ(Ask("10.0.0.1"), -1);
+}
