@@ -43,7 +43,7 @@ need_packages() {
 
 need_linux_build() {
     need_packages build-essential cmake ninja-build ccache python3 libspdlog-dev libfmt-dev libcli11-dev googletest \
-        libcurl4-openssl-dev libsqlite3-dev libssl-dev uuid-dev
+        libacl1-dev libcurl4-openssl-dev libsqlite3-dev libssl-dev uuid-dev
 }
 
 need_windows_build() {
@@ -53,7 +53,7 @@ need_windows_build() {
 
 # What the tests use beside the compiler.
 need_test_parts() {
-    need_packages curl dnsmasq-base iproute2 nginx-light openssl python3 squid util-linux
+    need_packages acl curl dnsmasq-base iproute2 nginx-light openssl python3 squid util-linux
 }
 
 # A Wine that runs 32-bit programs: the machine's own, or one in a root directory of its own.

@@ -1,0 +1,233 @@
+#include "system/AccessLists.h"
+
+#include "AccessEntries.h"
+#include "Paths.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+
+#include <sys/stat.h>
+
+// What a list is to callers: one block that free releases. Those of an object come first, then what it gives to
+// those below, then the accounts that are to be granted full access.
+struct ACL
+{
+    struct Entry
+    {
+        Account oAccount;
+        unsigned nBits;
+    };
+
+    std::size_t anCounts[3];
+    Entry aEntries[1];   // and as many more as there are
+};
+
+namespace
+{
+struct Lists
+{
+    AccessEntries oAccess;    // none in a list that was made from nothing
+    AccessEntries oDefault;   // none for a file
+    AccessEntries oGranted;
+};
+
+PACL Pack(const Lists& oLists)
+{
+    const AccessEntries* const apParts[] = {&oLists.oAccess, &oLists.oDefault, &oLists.oGranted};
+    std::size_t nEntries = 0;
+    for (const auto* pPart : apParts)
+        nEntries += pPart->size();
+    auto* const pList = static_cast<PACL>(std::malloc(sizeof(ACL) + nEntries * sizeof(ACL::Entry)));
+    if (!pList)
+        throw std::bad_alloc();
+    auto* pEntry = pList->aEntries;
+    for (std::size_t n = 0; n < std::size(apParts); ++n)
+    {
+        pList->anCounts[n] = apParts[n]->size();
+        for (const auto& [oAccount, nBits] : *apParts[n])
+            *pEntry++ = {oAccount, nBits};
+    }
+    return pList;
+}
+
+Lists Unpack(const ACL* pList)
+{
+    Lists oLists;
+    if (!pList)
+        return oLists;
+    AccessEntries* const apParts[] = {&oLists.oAccess, &oLists.oDefault, &oLists.oGranted};
+    const auto* pEntry = pList->aEntries;
+    for (std::size_t nPart = 0; nPart < std::size(apParts); ++nPart)
+        for (std::size_t n = 0; n < pList->anCounts[nPart]; ++n, ++pEntry)
+            apParts[nPart]->emplace(pEntry->oAccount, pEntry->nBits);
+    return oLists;
+}
+
+bool Read(const char* pszPath, bool bFolder, Lists& oLists)
+{
+    return ReadEntries(pszPath, ACL_TYPE_ACCESS, oLists.oAccess) &&
+           (!bFolder || ReadEntries(pszPath, ACL_TYPE_DEFAULT, oLists.oDefault));
+}
+
+// What the parent gives to those below. Where it says nothing, the entries of owner, group and others are what Linux
+// has in its place.
+Lists Inherited(const char* pszPath, const struct stat& oStatus)
+{
+    Lists oLists;
+    ReadEntries(pszPath, ACL_TYPE_ACCESS, oLists.oAccess);   // if that fails, so will the writing
+    std::erase_if(oLists.oAccess, [](const auto& o) { return o.first.nTag == ACL_USER || o.first.nTag == ACL_GROUP; });
+    std::error_code oError;
+    const auto oPath = std::filesystem::canonical(pszPath, oError);
+    AccessEntries oOfParent;
+    if (oError || !ReadEntries(oPath.parent_path().c_str(), ACL_TYPE_DEFAULT, oOfParent) || oOfParent.empty())
+        return oLists;
+    if (S_ISDIR(oStatus.st_mode))
+        return {oOfParent, oOfParent, {}};
+    // A new file would not be made executable by its parent.
+    for (const auto& [oAccount, nBits] : oLists.oAccess)
+        oOfParent[oAccount] &= nBits | ACL_READ | ACL_WRITE;
+    return {oOfParent, {}, {}};
+}
+
+// With what is granted; a folder also hands it down, and lets those who make something there have it.
+bool Write(const char* pszPath, const struct stat& oStatus, Lists oLists, const AccessEntries& oGranted)
+{
+    if (S_ISDIR(oStatus.st_mode) && oLists.oDefault.empty())
+        for (const unsigned nTag : {ACL_USER_OBJ, ACL_GROUP_OBJ, ACL_OTHER})
+            oLists.oDefault[{static_cast<acl_tag_t>(nTag)}] =
+                nTag == ACL_USER_OBJ ? nFullAccess : oLists.oAccess[{static_cast<acl_tag_t>(nTag)}];
+    for (const auto& [oAccount, nBits] : oGranted)
+    {
+        Grant(oLists.oAccess, oAccount, oStatus.st_uid);
+        if (S_ISDIR(oStatus.st_mode))
+            Grant(oLists.oDefault, oAccount, oStatus.st_uid);
+    }
+    return (oLists.oDefault.empty() || WriteEntries(pszPath, ACL_TYPE_DEFAULT, oLists.oDefault)) &&
+           WriteEntries(pszPath, ACL_TYPE_ACCESS, oLists.oAccess);
+}
+
+// As far as it goes: the object has its list by now. Links lead elsewhere.
+void HandDown(const char* pszFolder, const AccessEntries& oGranted)
+{
+    namespace fs = std::filesystem;
+    std::error_code oIgnored;
+    fs::recursive_directory_iterator it(pszFolder, fs::directory_options::skip_permission_denied, oIgnored);
+    for (; !oIgnored && it != fs::recursive_directory_iterator(); it.increment(oIgnored))
+    {
+        Lists oLists;
+        struct stat oStatus;
+        if (::lstat(it->path().c_str(), &oStatus) == 0 && (S_ISREG(oStatus.st_mode) || S_ISDIR(oStatus.st_mode)) &&
+            Read(it->path().c_str(), S_ISDIR(oStatus.st_mode), oLists))
+            Write(it->path().c_str(), oStatus, oLists, oGranted);
+    }
+}
+
+std::optional<Account> AccountOfTrustee(const TRUSTEE_A& oTrustee)
+{
+    if (oTrustee.TrusteeForm == TRUSTEE_IS_NAME)
+        return oTrustee.ptstrName ? AccountOf(oTrustee.ptstrName) : std::nullopt;
+    SID oSid;
+    std::memcpy(&oSid, oTrustee.ptstrName, sizeof oSid);
+    return AccountOf(oSid);
+}
+
+// For the calls that give the error themselves.
+template <class Body>
+DWORD ErrorOf(Body body)
+{
+    return OrOutOfMemory(ERROR_NOT_ENOUGH_MEMORY, body);
+}
+}
+
+void win32::BuildExplicitAccessWithNameA(PEXPLICIT_ACCESSA pEntry, LPSTR pszAccount, DWORD nAccess, ACCESS_MODE eMode,
+                                         DWORD nInheritance)
+{
+    *pEntry = {nAccess, eMode, nInheritance, {TRUSTEE_IS_NAME, pszAccount}};
+}
+
+BOOL win32::ConvertStringSidToSidA(LPCSTR pszSid, PSID* ppSid)
+{
+    return OrOutOfMemory(FALSE, [&] {
+        const auto oSid = ParseSid(pszSid ? pszSid : "");
+        if (!oSid)
+            return Fail(ERROR_INVALID_SID, FALSE);
+        *ppSid = std::malloc(sizeof *oSid);
+        if (!*ppSid)
+            throw std::bad_alloc();
+        std::memcpy(*ppSid, &*oSid, sizeof *oSid);
+        return TRUE;
+    });
+}
+
+void win32::BuildTrusteeWithSidA(PTRUSTEEA pTrustee, PSID pSid)
+{
+    *pTrustee = {TRUSTEE_IS_SID, static_cast<char*>(pSid)};
+}
+
+DWORD win32::SetEntriesInAclA(ULONG nEntries, PEXPLICIT_ACCESSA pEntries, PACL pOld, PACL* ppNew)
+{
+    if (nEntries != 1 || pEntries->grfAccessPermissions != GENERIC_ALL || pEntries->grfAccessMode != SET_ACCESS ||
+        pEntries->grfInheritance != SUB_CONTAINERS_AND_OBJECTS_INHERIT)
+        return ERROR_NOT_SUPPORTED;
+    return ErrorOf([&] {
+        const auto oAccount = AccountOfTrustee(pEntries->Trustee);
+        if (!oAccount)
+            return ERROR_NONE_MAPPED;
+        Lists oLists = Unpack(pOld);
+        oLists.oGranted[*oAccount] = nFullAccess;
+        *ppNew = Pack(oLists);
+        return ERROR_SUCCESS;
+    });
+}
+
+DWORD win32::GetNamedSecurityInfoA(LPCSTR pszPath, SE_OBJECT_TYPE eType, SECURITY_INFORMATION nParts, PSID* ppOwner,
+                                   PSID* ppGroup, PACL* ppList, PACL* ppSystemList, PSECURITY_DESCRIPTOR* ppDescriptor)
+{
+    if (eType != SE_FILE_OBJECT || nParts != DACL_SECURITY_INFORMATION || ppOwner || ppGroup || ppSystemList)
+        return ERROR_NOT_SUPPORTED;
+    return ErrorOf([&] {
+        const NativePath oPath(pszPath);
+        struct stat oStatus;
+        Lists oLists;
+        if (::stat(oPath, &oStatus) != 0 || !Read(oPath, S_ISDIR(oStatus.st_mode), oLists))
+            return ErrorOnPath(oPath, errno);
+        *ppList = Pack(oLists);
+        *ppDescriptor = *ppList;
+        return ERROR_SUCCESS;
+    });
+}
+
+DWORD win32::SetNamedSecurityInfoA(LPSTR pszPath, SE_OBJECT_TYPE eType, SECURITY_INFORMATION nParts, PSID pOwner,
+                                   PSID pGroup, PACL pList, PACL pSystemList)
+{
+    if (eType != SE_FILE_OBJECT || (nParts & ~PROTECTED_DACL_SECURITY_INFORMATION) != DACL_SECURITY_INFORMATION ||
+        pOwner || pGroup || !pList || pSystemList)
+        return ERROR_NOT_SUPPORTED;
+    return ErrorOf([&] {
+        const NativePath oPath(pszPath);
+        struct stat oStatus;
+        if (::stat(oPath, &oStatus) != 0)
+            return ErrorOnPath(oPath, errno);
+        Lists oLists = Unpack(pList);
+        if (oLists.oAccess.empty())
+        {
+            const AccessEntries oGranted = oLists.oGranted;
+            const bool bProtected = nParts & PROTECTED_DACL_SECURITY_INFORMATION;
+            oLists = bProtected ? Lists{NoAccess(), {}, {}} : Inherited(oPath, oStatus);
+            oLists.oGranted = oGranted;
+        }
+        if (!Write(oPath, oStatus, oLists, oLists.oGranted))
+            return ErrorOnPath(oPath, errno);
+        if (S_ISDIR(oStatus.st_mode))
+            HandDown(oPath, oLists.oGranted);
+        return ERROR_SUCCESS;
+    });
+}
+
+LPVOID win32::FreeSid(PSID pSid)
+{
+    std::free(pSid);
+    return nullptr;
+}

@@ -1,0 +1,36 @@
+// Accounts, by name and by SID, as the entries of an access list know them.
+#pragma once
+
+#include "ZevrinUtils/Types.h"
+
+#include <compare>
+#include <optional>
+#include <string>
+
+#include <sys/acl.h>
+#include <sys/types.h>
+
+// A user or group with its number, or one of those without: the owner, the owning group, all others.
+struct Account
+{
+    acl_tag_t nTag;
+    id_t nId = 0;
+
+    auto operator<=>(const Account&) const = default;
+};
+
+// A SID in its binary form; none for a text that is none. The letters of the well-known ones stand for them too.
+struct SID
+{
+    static constexpr std::size_t nMostSubAuthorities = 15;
+
+    BYTE Revision;
+    BYTE SubAuthorityCount;
+    BYTE IdentifierAuthority[6];   // the highest byte first
+    DWORD SubAuthority[nMostSubAuthorities];
+};
+std::optional<SID> ParseSid(std::string strText);
+
+// None if there is no such account here. Users and groups have the SIDs S-1-22-1 and S-1-22-2 with their number.
+std::optional<Account> AccountOf(const SID& oSid);
+std::optional<Account> AccountOf(const char* pszName);

@@ -1,0 +1,6 @@
+#pragma once
+
+#include "ZevrinUtils/Types.h"
+
+#include <aclapi.h>
+#include <sddl.h>

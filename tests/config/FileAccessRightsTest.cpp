@@ -1,0 +1,97 @@
+#include "ZevrinUtils/FileAccessRights.h"
+
+#include "platform/AccessLists.h"
+#include "support/FaultSweep.h"
+#include "support/ScratchFolder.h"
+#include "support/Wine.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+std::string SetText(const std::string& strModule, const std::string& strPath, const char* pszCode)
+{
+    return "Failed to set full access rights of the account S-1-1-0 for the folder " + strPath +
+           ".\nPlease update permissions for the folder " + strPath + " manually.\n\n(Module: '" + strModule +
+           "', Error: " + pszCode + ")";
+}
+
+struct Passed
+{
+    DWORD nAccess, nInheritance, nParts;
+    int nMode;
+    bool bHasOldList;
+};
+Passed s_oPassed;
+}
+
+TEST(FileAccessRights, SayWhichStepFailed)
+{
+    const ScratchFolder oFolder;
+    ScratchFolder::Write(oFolder / "file", "x");
+    const std::string strPath = oFolder / "file";
+    for (const std::string strModule : {"ZVUSetFileAccessRights", "ZVUAddFileAccessRights"})
+    {
+        const bool bAdds = strModule == "ZVUAddFileAccessRights";
+        std::map<std::string, std::string> oTexts{
+            {"", "before"},
+            {"GetNamedSecurityInfoA", "Failed to get current permissions for the folder " + strPath +
+                                          ".\nPlease update permissions for the folder " + strPath +
+                                          " manually.\n\n(Module: 'ZVUAddFileAccessRights', Error: 0x20000005)"},
+            {"ConvertStringSidToSidA", SetText(strModule, strPath, "0x0")},
+            {"SetEntriesInAclA", SetText(strModule, strPath, "0x20000005")},
+            {"SetNamedSecurityInfoA", SetText(strModule, strPath, "0x20000005")}};
+        const auto watch = [](AccessListCalls& o) {
+            const DWORD nFailure = 0x20000005;
+            FaultSweep::Watch<&AccessListCalls::GetNamedSecurityInfoA>(o, "GetNamedSecurityInfoA", nFailure);
+            FaultSweep::Watch<&AccessListCalls::ConvertStringSidToSidA>(o, "ConvertStringSidToSidA", FALSE);
+            FaultSweep::Watch<&AccessListCalls::SetEntriesInAclA>(o, "SetEntriesInAclA", nFailure);
+            FaultSweep::Watch<&AccessListCalls::SetNamedSecurityInfoA>(o, "SetNamedSecurityInfoA", nFailure);
+        };
+        const int nCalls = FaultSweep::Over<AccessListCalls>(watch, [&] {
+            CString strError("before");
+            const int nResult = bAdds ? ZVUAddFileAccessRights(strPath.c_str(), "S-1-1-0", 1, strError)
+                                      : ZVUSetFileAccessRights(strPath.c_str(), "S-1-1-0", 1, 0, strError);
+            EXPECT_EQ(nResult, FaultSweep::s_strStruck.empty());
+            EXPECT_EQ(strError, oTexts[FaultSweep::s_strStruck].c_str());
+        });
+        EXPECT_EQ(nCalls, bAdds ? 4 : 3);
+    }
+    CString strError;
+    EXPECT_EQ(ZVUSetFileAccessRights(strPath.c_str(), "no such account", 0, 0, strError), 0);
+    EXPECT_GT(strError.Find(UnderWine() ? "Error: 0x57)" : "(Module: 'ZVUSetFileAccessRights', Error: 0x534)"), 0)
+        << strError;
+    EXPECT_EQ(ZVUAddFileAccessRights(strPath.c_str(), "S-1-x", 1, strError), 0);
+    EXPECT_GT(strError.Find("(Module: 'ZVUAddFileAccessRights', Error: 0x0)"), 0) << strError;
+    EXPECT_EQ(ZVUAddFileAccessRights((oFolder / "missing").c_str(), "S-1-1-0", 1, strError), 0);
+    EXPECT_GT(strError.Find("(Module: 'ZVUAddFileAccessRights', Error: 0x2)"), 0) << strError;
+    EXPECT_EQ(ZVUSetFileAccessRights((oFolder / "missing").c_str(), "S-1-1-0", 1, 0, strError), 0);
+    EXPECT_GT(strError.Find("(Module: 'ZVUSetFileAccessRights', Error: 0x2)"), 0) << strError;
+}
+
+TEST(FileAccessRights, AskForFullInheritedAccessAndProtectIfTold)
+{
+    const ScratchFolder oFolder;
+    ScratchFolder::Write(oFolder / "file", "x");
+    const Substitution<AccessListCalls> oCapture([](AccessListCalls& o) {
+        o.SetEntriesInAclA = [](ULONG nEntries, PEXPLICIT_ACCESSA p, PACL pOld, PACL* ppNew) WINAPI -> DWORD {
+            s_oPassed = {p->grfAccessPermissions, p->grfInheritance, 0, p->grfAccessMode, pOld != nullptr};
+            return PlatformService<AccessListCalls>::s_oNative.SetEntriesInAclA(nEntries, p, pOld, ppNew);
+        };
+        o.SetNamedSecurityInfoA = [](LPSTR, SE_OBJECT_TYPE, SECURITY_INFORMATION nParts, PSID, PSID, PACL, PACL)
+                                      WINAPI -> DWORD { return s_oPassed.nParts = nParts, ERROR_SUCCESS; };
+    });
+    for (const int nWay : {0, 1, 2})   // protected, not protected, added
+    {
+        CString strError;
+        const std::string strPath = oFolder / "file";
+        EXPECT_EQ(nWay == 2 ? ZVUAddFileAccessRights(strPath.c_str(), "S-1-1-0", 1, strError)
+                            : ZVUSetFileAccessRights(strPath.c_str(), "S-1-1-0", 1, nWay, strError),
+                  1);
+        EXPECT_EQ(s_oPassed.nAccess, 0x10000000u);
+        EXPECT_EQ(s_oPassed.nInheritance, 3u);
+        EXPECT_EQ(s_oPassed.nMode, 2);
+        EXPECT_EQ(s_oPassed.nParts, nWay == 0 ? 0x80000004 : 4);
+        EXPECT_EQ(s_oPassed.bHasOldList, nWay == 2);
+    }
+}
