@@ -58,6 +58,8 @@ std::function<void()> CopyAndZero(Bytes& oInput, std::size_t nOtherSide)
     const auto pOther = std::make_shared<Bytes>(nOtherSide + nStorageStep);
     return [=, &oInput] {
         std::memset(pSide->data(), 0, pSide->size());
+        benchmark::DoNotOptimize(pSide->data());   // not even if it is all written over
+        benchmark::ClobberMemory();
         std::memcpy(pSide->data(), oInput.data(), oInput.size());
         std::memset(pOther->data(), 0, pOther->size());
         benchmark::DoNotOptimize(pSide->data());

@@ -104,9 +104,15 @@ FOR_VBMI std::size_t Filter(const unsigned char* pIn, std::size_t nSize, unsigne
                                    _mm512_set1_epi8(nLastLineControl - nFirstLineControl)) |
             _mm512_cmpeq_epi8_mask(vText, _mm512_set1_epi8(nBlank));
         _mm512_storeu_si512(pOut + nOut, vText);
-        const unsigned int nKept = nSkipped ? static_cast<unsigned int>(__builtin_ctzll(nSkipped)) : nText;
+        if (!nSkipped)   // a branch, as what comes next must not wait for the answer
+        {
+            nOut += nText;
+            nDone += nText;
+            continue;
+        }
+        const auto nKept = static_cast<unsigned int>(__builtin_ctzll(nSkipped));
         nOut += nKept;
-        nDone += nKept + (nSkipped != 0);
+        nDone += nKept + 1;
     }
     return nOut + g_oPlainRuns.Filter(pIn + nDone, nSize - nDone, pOut + nOut);
 }
@@ -221,9 +227,15 @@ FOR_AVX2 std::size_t Filter(const unsigned char* pIn, std::size_t nSize, unsigne
         const __m256i vSkipped = _mm256_or_si256(vControls, _mm256_cmpeq_epi8(vText, _mm256_set1_epi8(nBlank)));
         const auto nSkipped = static_cast<unsigned int>(_mm256_movemask_epi8(vSkipped));
         Store(pOut + nOut, vText);
-        const unsigned int nKept = nSkipped ? static_cast<unsigned int>(__builtin_ctz(nSkipped)) : nText;
+        if (!nSkipped)   // a branch, as what comes next must not wait for the answer
+        {
+            nOut += nText;
+            nDone += nText;
+            continue;
+        }
+        const auto nKept = static_cast<unsigned int>(__builtin_ctz(nSkipped));
         nOut += nKept;
-        nDone += nKept + (nSkipped != 0);
+        nDone += nKept + 1;
     }
     return nOut + g_oPlainRuns.Filter(pIn + nDone, nSize - nDone, pOut + nOut);
 }
