@@ -14,13 +14,20 @@ int Run(int nArguments, char** ppArguments)
     oApp.require_subcommand(1);
     Action action;
     AddBase64(oApp, action);
+    AddDisk(oApp, action);
+    AddErrorText(oApp, action);
+    AddFolder(oApp, action);
     AddGet(oApp, action);
     AddGuid(oApp, action);
+    AddInsideManager(oApp, action);
+    AddIp(oApp, action);
     AddListen(oApp, action);
     AddOnline(oApp, action);
     AddPassword(oApp, action);
     AddRegistry(oApp, action);
     AddResolve(oApp, action);
+    AddRights(oApp, action);
+    AddRunAndWait(oApp, action);
     AddSql(oApp, action);
     AddUrl(oApp, action);
     try

@@ -30,9 +30,7 @@ int NoSuchValue(const Options& oOptions, const char* pszWhy)
 
 int Exists(const Options& oOptions)
 {
-    const bool bExists = CConfigParamsBase().IsRegistryKeyExists(HKEY_LOCAL_MACHINE, oOptions.strPath.c_str());
-    std::cout << (bExists ? "true\n" : "false\n");
-    return bExists ? eSucceeded : eFailed;
+    return PrintAnswer(CConfigParamsBase().IsRegistryKeyExists(HKEY_LOCAL_MACHINE, oOptions.strPath.c_str()));
 }
 
 // A listing does not tell whether it could open the key.
