@@ -36,6 +36,7 @@ void AddGuid(CLI::App& oApp, Action& action);
 void AddInsideManager(CLI::App& oApp, Action& action);
 void AddIp(CLI::App& oApp, Action& action);
 void AddListen(CLI::App& oApp, Action& action);
+void AddMail(CLI::App& oApp, Action& action);
 void AddOnline(CLI::App& oApp, Action& action);
 void AddPassword(CLI::App& oApp, Action& action);
 void AddRegistry(CLI::App& oApp, Action& action);

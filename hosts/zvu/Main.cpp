@@ -22,6 +22,7 @@ int Run(int nArguments, char** ppArguments)
     AddInsideManager(oApp, action);
     AddIp(oApp, action);
     AddListen(oApp, action);
+    AddMail(oApp, action);
     AddOnline(oApp, action);
     AddPassword(oApp, action);
     AddRegistry(oApp, action);

@@ -8,6 +8,7 @@
 #include "ZevrinUtils/HttpServices.h"
 #include "ZevrinUtils/PortListener.h"
 #include "ZevrinUtils/SQLFileParser.h"
+#include "ZevrinUtils/SimpleMapi.h"
 #include "ZevrinUtils/SystemInfo.h"
 
 #include <cstddef>
@@ -83,6 +84,15 @@ struct CHttpServicesPeer
 struct Base64CoderPeer : Base64Coder
 {
     static void Expect();
+};
+
+struct CSIMapiPeer
+{
+    using M = CSIMapi;
+    static_assert(!bWindows32 || (offsetof(M, m_nLastError) == 4 && offsetof(M, m_strLastError) == 8));
+    static_assert(!bWindows32 || (offsetof(M, m_oMessage) == 32 && offsetof(M, m_oOriginator) == 80));
+    static_assert(!bWindows32 || (offsetof(M, m_strText) == 104 && offsetof(M, m_lpfnSendMail) == 128));
+    static_assert(!bWindows32 || sizeof(M) == 132);
 };
 
 namespace

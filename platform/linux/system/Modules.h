@@ -13,4 +13,6 @@ HMODULE LoadLibraryA(LPCSTR pszName);
 BOOL FreeLibrary(HMODULE hModule);
 FARPROC GetProcAddress(HMODULE hModule, LPCSTR pszName);
 BOOL GetModuleHandleExA(DWORD nFlags, LPCSTR pszNameOrAddress, HMODULE* phModule);
+DWORD SearchPathA(LPCSTR pszPath, LPCSTR pszFile, LPCSTR pszExtension, DWORD nSize, LPSTR pszBuffer,
+                  LPSTR* ppszFilePart);
 }

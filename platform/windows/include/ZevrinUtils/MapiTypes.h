@@ -1,0 +1,6 @@
+// The records of Simple MAPI, as the exported headers use them.
+#pragma once
+
+#include "ZevrinUtils/Types.h"
+
+#include <mapi.h>

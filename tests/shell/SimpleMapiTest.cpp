@@ -1,0 +1,231 @@
+#include "ZevrinUtils/SimpleMapi.h"
+
+#include "MessageText.h"
+#include "platform/Memory.h"
+#include "platform/Modules.h"
+#include "platform/Profile.h"
+#include "support/Substitution.h"
+
+#include <cstdlib>
+#include <memory>
+#include <utility>
+
+#include <gtest/gtest.h>
+
+struct CSIMapiPeer : CSIMapi
+{
+    using CSIMapi::m_bIsMailAvail;
+    using CSIMapi::m_hInstMail;
+};
+
+namespace
+{
+std::string s_strLog;   // what the mail system has seen
+ULONG s_nResult;        // what it answers
+int s_nModule;          // how many times it was loaded; 0: there is none
+bool s_bEntry, s_bMemory;
+UINT s_nProfile;
+DWORD s_nFound;
+
+ULONG WINAPI TakeMessage(LHANDLE hSession, DWORD_PTR hParent, lpMapiMessage pMessage, FLAGS nFlags, ULONG nReserved)
+{
+    s_strLog += TextOf(hSession, hParent, *pMessage, nFlags, nReserved);
+    return s_nResult;
+}
+
+// A mail system of the test's own, loaded at a new address each time.
+class SimpleMapiTest : public testing::Test
+{
+protected:
+    SimpleMapiTest()
+    {
+        s_strLog.clear();
+        s_nResult = 0;
+        s_nModule = 1;
+        s_bEntry = s_bMemory = true;
+    }
+
+    static std::pair<unsigned, CString> FailureOf(CSIMapi& oMail)
+    {
+        unsigned nCode = 99;
+        CString strText("before");
+        oMail.GetLastError(nCode, strText);
+        return {nCode, strText};
+    }
+
+    const Substitution<ModuleCalls> m_oModules{[](ModuleCalls& oCalls) {
+        oCalls.LoadLibraryA = [](LPCSTR pszName) WINAPI {
+            s_strLog += std::string("load ") + pszName + '\n';
+            return s_nModule ? reinterpret_cast<HMODULE>(static_cast<std::uintptr_t>(s_nModule++)) : nullptr;
+        };
+        oCalls.FreeLibrary = [](HMODULE hModule) WINAPI -> BOOL {
+            s_strLog += "free " + std::to_string(reinterpret_cast<std::uintptr_t>(hModule)) + '\n';
+            return TRUE;
+        };
+        oCalls.GetProcAddress = [](HMODULE, LPCSTR pszName) WINAPI {
+            EXPECT_STREQ(pszName, "MAPISendMail");
+            return s_bEntry ? reinterpret_cast<FARPROC>(reinterpret_cast<void*>(&TakeMessage)) : FARPROC{};
+        };
+        oCalls.SearchPathA = [](LPCSTR pszPath, LPCSTR pszFile, LPCSTR pszExtension, DWORD, LPSTR, LPSTR*) WINAPI {
+            s_strLog += std::string("search ") + pszFile + (pszPath || pszExtension ? " elsewhere" : "");
+            return s_nFound;
+        };
+    }};
+    const Substitution<MemoryCalls> m_oMemory{[](MemoryCalls& oCalls) {
+        oCalls.realloc = [](void* pBlock, std::size_t nSize) -> void* {
+            if (s_bMemory)
+                return std::realloc(pBlock, nSize);
+            std::free(pBlock);   // is lost; here to keep the check for leaks quiet
+            return nullptr;
+        };
+    }};
+};
+
+using Failure = std::pair<unsigned, CString>;
+}
+
+TEST_F(SimpleMapiTest, Send_HandsOverEachFieldAndGrowsTheTextByABlankForEachAttachment)
+{
+    CSIMapi oMail;
+    s_strLog.clear();
+    EXPECT_EQ(oMail.Send(0), 1);
+    EXPECT_EQ(std::exchange(s_strLog, ""), "flags 9 subject null text ''\nfrom 0 null\n");
+    const std::string strPath = "p1";
+    EXPECT_EQ(oMail.To("a"), 1);
+    EXPECT_EQ(oMail.Attach(strPath.c_str(), "one"), 1);
+    EXPECT_EQ(oMail.Cc("b"), 1);
+    EXPECT_EQ(oMail.To("a"), 1);
+    EXPECT_EQ(oMail.Attach(nullptr, "two"), 1);
+    oMail.SetSubject("s");
+    oMail.SetFrom("me");
+    oMail.SetText("dropped");
+    oMail.SetText(std::string("hello").c_str());
+    EXPECT_EQ(oMail.Send(0x12), 1);
+    EXPECT_EQ(oMail.Send(0x80000000), 1);
+    const std::string strRecipients = "from 0 'me'\n1 'a'\n2 'b'\n1 'a'\n";
+    EXPECT_EQ(s_strLog, "flags 27 subject 's' text 'hello  '\n" + strRecipients +
+                            "at 5 'p1' as 'one'\nat 6 null as 'two'\nflags 2147483657 subject 's' text 'hello    '\n" +
+                            strRecipients + "at 7 'p1' as 'one'\nat 8 null as 'two'\n");
+    CSIMapi oOther;
+    oOther.Attach("p", "n");
+    EXPECT_EQ(oOther.Send(0), 1);
+    EXPECT_TRUE(s_strLog.ends_with("flags 9 subject null text ' '\nfrom 0 null\nat 0 'p' as 'n'\n")) << s_strLog;
+}
+
+TEST_F(SimpleMapiTest, GetLastError_GivesEachFailureOnceAndNoSuccessClearsIt)
+{
+    const std::string strNone = " No message was sent.";
+    const std::pair<ULONG, std::string> aRows[] = {
+        {1, "The user canceled one of the dialog boxes." + strNone},
+        {2, "One or more unspecified errors occurred." + strNone},
+        {3, "There was no default logon, and the user failed to log on successfully when the logon dialog box was "
+            "displayed." +
+                strNone},
+        {4, "Unknown error."},
+        {5, "There was insufficient memory to proceed." + strNone},
+        {9, "There were too many file attachments." + strNone},
+        {10, "There were too many recipients." + strNone},
+        {11, "The specified attachment was not found." + strNone},
+        {12, "The specified attachment could not be opened." + strNone},
+        {14, "A recipient did not appear in the address list." + strNone},
+        {15, "The type of a recipient was not MAPI_TO, MAPI_CC, or MAPI_BCC." + strNone},
+        {18, "The text in the message was too large." + strNone},
+        {21, "A recipient matched more than one of the recipient descriptor structures and MAPI_DIALOG was not set." +
+                 strNone},
+        {25, "One or more recipients were invalid or did not resolve to any address."},
+        {26, "Unknown error."}};
+    CSIMapi oMail;
+    EXPECT_EQ(FailureOf(oMail), (Failure{0, ""}));
+    for (const auto& [nResult, strText] : aRows)
+    {
+        s_nResult = nResult;
+        EXPECT_EQ(oMail.Send(0), 0);
+        s_nResult = 0;
+        EXPECT_EQ(oMail.Send(0), 1);
+        EXPECT_EQ(FailureOf(oMail), (Failure{6, strText.c_str()}));
+        EXPECT_EQ(FailureOf(oMail), (Failure{0, ""}));
+    }
+    s_bMemory = false;
+    EXPECT_EQ(oMail.To("lost"), 0);
+    EXPECT_EQ(FailureOf(oMail), (Failure{3, "Failed to add a recipient to the TO section"}));
+    EXPECT_EQ(oMail.Cc("lost"), 0);
+    EXPECT_EQ(FailureOf(oMail), (Failure{4, "Failed to add a recipient to the CC section"}));
+    EXPECT_EQ(oMail.Attach("lost", "lost"), 0);
+    EXPECT_EQ(FailureOf(oMail), (Failure{5, "Failed to attach a file to the Email"}));
+}
+
+TEST_F(SimpleMapiTest, RunningOutOfMemory_LosesWhatWasAddedBefore)
+{
+    CSIMapi oMail;
+    oMail.To("lost");
+    s_bMemory = false;
+    oMail.To("refused");
+    s_bMemory = true;
+    oMail.Cc("kept");
+    s_strLog.clear();
+    oMail.Send(0);
+    EXPECT_EQ(s_strLog, "flags 9 subject null text ''\nfrom 0 null\n0 null\n2 'kept'\n");
+}
+
+TEST_F(SimpleMapiTest, TheFirstObjectToGoUnloadsTheLibraryForAll)
+{
+    auto pFirst = std::make_unique<CSIMapi>();
+    auto pSecond = std::make_unique<CSIMapi>();
+    pFirst.reset();
+    EXPECT_EQ(CSIMapiPeer::m_hInstMail, nullptr);
+    pSecond.reset();
+    s_bEntry = false;
+    auto pNoEntry = std::make_unique<CSIMapi>();
+    const auto [nCode, strText] = FailureOf(*pNoEntry);
+    EXPECT_TRUE(nCode == 2 && !strText.IsEmpty());
+    pNoEntry.reset();
+    EXPECT_EQ(s_strLog, "load MAPI32.DLL\nfree 1\nload MAPI32.DLL\nfree 2\n");
+    s_nModule = 0;
+    CSIMapi oNoLibrary;
+    const auto [nMissing, strMissing] = FailureOf(oNoLibrary);
+    EXPECT_TRUE(nMissing == 1 && !strMissing.IsEmpty() && strMissing != strText);
+    EXPECT_EQ(oNoLibrary.To("a"), 1);
+}
+
+TEST_F(SimpleMapiTest, ACopySharesAllButTheTexts)
+{
+    CSIMapi oMail;
+    oMail.To("a");
+    oMail.SetFrom("me");
+    oMail.SetText("text");
+    alignas(CSIMapi) std::byte aStorage[sizeof(CSIMapi)];
+    auto* const pCopy = new (aStorage) CSIMapi(oMail);   // never destroyed: it would free the same array
+    oMail.SetFrom("you");
+    oMail.SetText("other");
+    s_strLog.clear();
+    EXPECT_EQ(pCopy->Send(0), 1);
+    EXPECT_EQ(s_strLog, "flags 9 subject null text 'text'\nfrom 0 'you'\n1 'a'\n");
+}
+
+TEST_F(SimpleMapiTest, HasEmail_AsksProfileAndSearchPathOnceForTheProcess)
+{
+    const Substitution<ProfileCalls> oProfile([](ProfileCalls& oCalls) {
+        oCalls.GetProfileIntA = [](LPCSTR pszSection, LPCSTR pszKey, int nDefault) WINAPI -> UINT {
+            s_strLog += std::string(pszSection) + pszKey + std::to_string(nDefault) + ' ';
+            return s_nProfile;
+        };
+    });
+    struct Row
+    {
+        UINT nProfile;
+        DWORD nFound;
+        int nAnswer;
+        const char* pszLog;
+    };
+    for (const Row& o : {Row{0, 9, 0, "MAILMAPI0 "}, Row{1, 0, 0, "MAILMAPI0 search MAPI32.DLL"},
+                         Row{7, 9, 1, "MAILMAPI0 search MAPI32.DLL"}})
+    {
+        s_strLog.clear();
+        std::tie(s_nProfile, s_nFound) = std::pair(o.nProfile, o.nFound);
+        CSIMapiPeer::m_bIsMailAvail = -1;
+        EXPECT_EQ(CSIMapi::HasEmail(), o.nAnswer);
+        std::tie(s_nProfile, s_nFound) = std::pair(1 - o.nAnswer, 9 - o.nFound);
+        EXPECT_EQ(CSIMapi::HasEmail(), o.nAnswer);
+        EXPECT_EQ(s_strLog, o.pszLog);
+    }
+}
