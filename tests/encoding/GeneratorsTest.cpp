@@ -85,22 +85,16 @@ TEST_F(PasswordUtils, LargestDrawGivesTheCharacterBehindTheRange)
 
 TEST(Guid, IsNewAndOfTheCanonicalForm)
 {
-    std::set<std::string> oSeen;
-    for (int n = 0; n < 100; ++n)
-    {
-        const std::string strGuid = CSGuid::CreateGUID();
-        EXPECT_TRUE(oSeen.insert(strGuid).second);
-        std::string strForm = strGuid;
-        std::ranges::replace_if(
-            strForm, [](char ch) { return std::strchr("0123456789abcdef", ch); }, 'x');
-        EXPECT_EQ(strForm, "xxxxxxxx-xxxx-xxxx-xxxx-xxxxxxxxxxxx") << strGuid;
-    }
+    std::string strGuid = CSGuid::CreateGUID();
+    EXPECT_NE(CSGuid::CreateGUID(), strGuid);
+    std::ranges::replace_if(
+        strGuid, [](char ch) { return std::strchr("0123456789abcdef", ch); }, 'x');
+    EXPECT_EQ(strGuid, "xxxxxxxx-xxxx-xxxx-xxxx-xxxxxxxxxxxx");
 }
 
 TEST(Guid, IsEmptyForTwoFailuresAndStandsForAllOtherStates)
 {
     static RPC_STATUS s_nCreated, s_nTold;
-    static int s_nFreed = 0;
     const Substitution<IdentifierCalls> oFake([](IdentifierCalls& o) {
         o.UuidCreate = [](UUID* pId) WINAPI -> RPC_STATUS {
             *pId = {0x01020304, 0x0506, 0x0708, {9, 10, 11, 12, 13, 14, 15, 16}};
@@ -109,18 +103,13 @@ TEST(Guid, IsEmptyForTwoFailuresAndStandsForAllOtherStates)
         o.UuidToStringA = [](UUID* pId, RPC_CSTR* ppszText) WINAPI -> RPC_STATUS {
             return s_nTold ? s_nTold : PlatformService<IdentifierCalls>::s_oNative.UuidToStringA(pId, ppszText);
         };
-        o.RpcStringFreeA = [](RPC_CSTR* ppszText) WINAPI -> RPC_STATUS {
-            ++s_nFreed;
-            return PlatformService<IdentifierCalls>::s_oNative.RpcStringFreeA(ppszText);
-        };
     });
     const std::string strText = "01020304-0506-0708-090a-0b0c0d0e0f10";
     for (const auto& [nCreated, nTold, strExpected] :
-         {std::tuple(RPC_STATUS{0}, RPC_STATUS{0}, strText), {1824, 0, strText}, {1739, 0, ""}, {0, 14, ""}})
+         {std::tuple(0, 0, strText), {1824, 0, strText}, {1739, 0, ""}, {0, 14, ""}})
     {
         s_nCreated = nCreated;
         s_nTold = nTold;
         EXPECT_EQ(CSGuid::CreateGUID(), strExpected);
     }
-    EXPECT_EQ(s_nFreed, 2);
 }
