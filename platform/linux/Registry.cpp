@@ -44,11 +44,10 @@ public:
     DWORD Use(Body body)
     {
         const std::lock_guard oHold(m_oLock);
+        if (m_strPath.empty())
+            m_strPath = RegistryPath();   // once: the folder of the process may change
         if (!m_oStore)
-        {
-            static const std::string s_strPath = RegistryPath();   // once: the folder of the process may change
-            m_oStore.emplace(s_strPath);
-        }
+            m_oStore.emplace(m_strPath);
         return body(*m_oStore);
     }
 
@@ -56,6 +55,7 @@ public:
     {
         const std::lock_guard oHold(m_oLock);
         m_oStore.reset();
+        m_strPath = std::string();   // its memory too
     }
 
     static Connection& Instance();
@@ -69,6 +69,7 @@ private:
     static void AfterFork() { Instance().m_oLock.unlock(); }
 
     std::mutex m_oLock;
+    std::string m_strPath;
     std::optional<RegistryStore> m_oStore;
 };
 

@@ -79,9 +79,10 @@ Descriptor OpenForReading(const char* pszPath, int nFlags)
 
 std::string RegistryPath()
 {
+    std::error_code oIgnored;
     // An account's own variables must not lead a program that runs with another's rights.
     if (const char* const pszPath = secure_getenv("ZEVRIN_REGISTRY"); pszPath && *pszPath)
-        return std::filesystem::absolute(pszPath);
+        return std::filesystem::absolute(pszPath, oIgnored);
     const std::filesystem::path oMachine(szMachinePath);
     return CanWrite(oMachine) && CanWrite(oMachine.parent_path()) ? oMachine : UserPath();
 }
@@ -92,9 +93,12 @@ void CreateRegistryFile(const std::string& strPath)
     std::error_code oError;
     const auto oFolder = std::filesystem::path(strPath).parent_path();
     std::filesystem::create_directories(oFolder, oError);
+    if (oError)
+        throw RegistryFailure{ErrorOfErrno(oError.value())};
     const Descriptor oFolderFile = OpenForReading(oFolder.c_str(), O_DIRECTORY);
-    if (flock(oFolderFile.Get(), LOCK_EX) != 0)
-        throw RegistryFailure{ERROR_REGISTRY_IO_FAILED};
+    while (flock(oFolderFile.Get(), LOCK_EX) != 0)
+        if (errno != EINTR)
+            throw RegistryFailure{ErrorOfErrno(errno)};
     if (std::filesystem::exists(strPath, oError))
         return;   // another process was faster
 
@@ -104,7 +108,7 @@ void CreateRegistryFile(const std::string& strPath)
         ::unlink(strStale.c_str());
     SqliteConnection(strNew, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE).Execute(szSchema);
     if (::link(strNew.c_str(), strPath.c_str()) != 0)
-        throw RegistryFailure{ERROR_REGISTRY_IO_FAILED};
+        throw RegistryFailure{ErrorOfErrno(errno)};
     ::unlink(strNew.c_str());
 }
 
