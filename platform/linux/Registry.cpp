@@ -221,7 +221,7 @@ LSTATUS win32::RegCreateKeyExA(HKEY hRoot, LPCSTR pszPath, DWORD nReserved, char
 LSTATUS win32::RegCloseKey(HKEY hKey)
 {
     const bool bClosed = hKey == HKEY_LOCAL_MACHINE || (FindObjectOf<Key>(hKey) && ForgetHandle(hKey));
-    return bClosed ? ERROR_SUCCESS : ERROR_INVALID_HANDLE;
+    return static_cast<LSTATUS>(bClosed ? ERROR_SUCCESS : ERROR_INVALID_HANDLE);
 }
 
 LSTATUS win32::RegQueryValueExA(HKEY hKey, LPCSTR pszName, LPDWORD pReserved, LPDWORD pnType, LPBYTE pData,

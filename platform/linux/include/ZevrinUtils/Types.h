@@ -35,7 +35,8 @@ using HANDLE = void*;
 using HMODULE = void*;
 using HWND = void*;
 
-// A key of the registry, and the root of those that belong to the machine.
+// A key of the registry, and the root of those that belong to the machine. What the exported names of both targets
+// say of a key is the same. NOLINTNEXTLINE(bugprone-reserved-identifier)
 using HKEY = struct HKEY__*;
 #define HKEY_LOCAL_MACHINE (reinterpret_cast<HKEY>(std::uintptr_t{0x80000002}))
 
