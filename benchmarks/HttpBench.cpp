@@ -18,8 +18,8 @@ namespace
 {
 using Clock = std::chrono::steady_clock;
 constexpr int nRounds = 7;
-constexpr int nSmallRequests = 10000 / nRounds + 1;   // in each round
-constexpr std::uintmax_t nGibibyte = 1 << 30;
+const auto nSmallRequests = static_cast<int>(Amount(10000) / nRounds + 1);   // in each round
+const std::uintmax_t nGibibyte = Amount(1 << 30);
 
 std::string Url(const std::string& strPath)
 {

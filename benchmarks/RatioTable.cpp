@@ -1,7 +1,14 @@
 #include "RatioTable.h"
 
+#include <cstdlib>
 #include <iomanip>
 #include <iostream>
+
+std::size_t Amount(std::size_t nFull)
+{
+    constexpr std::size_t nShortPart = 64;
+    return std::getenv("ZEVRIN_BENCH_SHORT") ? nFull / nShortPart : nFull;
+}
 
 void RatioTable::SetGoal(const std::string& strCase, const std::string& strGoal)
 {

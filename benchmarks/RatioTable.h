@@ -4,10 +4,14 @@
 // several interleaved repetitions are compared, and the ratio is what counts.
 #pragma once
 
+#include <cstddef>
 #include <map>
 #include <string>
 
 #include <benchmark/benchmark.h>
+
+// How much of something to measure: all of it, or a small part in a run that only shows that it works.
+std::size_t Amount(std::size_t nFull);
 
 class RatioTable : public benchmark::ConsoleReporter
 {

@@ -15,7 +15,7 @@
 
 namespace
 {
-constexpr std::size_t nScriptSize = 256u << 20;
+const std::size_t nScriptSize = Amount(256u << 20);
 constexpr int nRounds = 5;
 
 using Statements = std::vector<std::string>;
