@@ -5,6 +5,8 @@
 
 #include "ZevrinUtils/HttpServices.h"
 
+#include <atomic>
+#include <cerrno>
 #include <condition_variable>
 #include <csignal>
 #include <cstdio>
@@ -19,7 +21,9 @@ constexpr auto nPause = std::chrono::milliseconds(50);   // between two looks at
 
 constexpr std::size_t nOutputBuffer = 0x10000;   // of blocks of 1024 bytes
 
-volatile std::sig_atomic_t s_bInterrupted = 0;
+// Set by the signal, read by any thread.
+std::atomic<bool> s_bInterrupted = false;
+static_assert(std::atomic<bool>::is_always_lock_free);
 
 struct Options
 {
@@ -39,8 +43,10 @@ struct Options
 void WatchForInterrupt()
 {
     std::signal(SIGINT, [](int) {
-        s_bInterrupted = 1;
+        const int nError = errno;   // of the call that is interrupted
+        s_bInterrupted = true;
         std::signal(SIGINT, SIG_DFL);
+        errno = nError;
     });
 }
 
