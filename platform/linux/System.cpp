@@ -39,7 +39,7 @@ std::string MakeCommandLine()
     std::ifstream oFile("/proc/self/cmdline", std::ios::binary);
     std::string strLine;
     for (std::string strArgument; std::getline(oFile, strArgument, '\0');)
-        strLine += (strLine.empty() ? "" : " ") + Quoted(strArgument);
+        strLine.append(strLine.empty() ? 0 : 1, ' ').append(Quoted(strArgument));
     return strLine;
 }
 }
