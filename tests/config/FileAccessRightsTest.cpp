@@ -15,14 +15,6 @@ std::string SetText(const std::string& strModule, const std::string& strPath, co
            ".\nPlease update permissions for the folder " + strPath + " manually.\n\n(Module: '" + strModule +
            "', Error: " + pszCode + ")";
 }
-
-struct Passed
-{
-    DWORD nAccess, nInheritance, nParts;
-    int nMode;
-    bool bHasOldList;
-};
-Passed s_oPassed;
 }
 
 TEST(FileAccessRights, SayWhichStepFailed)
@@ -73,25 +65,23 @@ TEST(FileAccessRights, AskForFullInheritedAccessAndProtectIfTold)
 {
     const ScratchFolder oFolder;
     ScratchFolder::Write(oFolder / "file", "x");
+    static std::string s_strAsked;
     const Substitution<AccessListCalls> oCapture([](AccessListCalls& o) {
-        o.SetEntriesInAclA = [](ULONG nEntries, PEXPLICIT_ACCESSA p, PACL pOld, PACL* ppNew) WINAPI -> DWORD {
-            s_oPassed = {p->grfAccessPermissions, p->grfInheritance, 0, p->grfAccessMode, pOld != nullptr};
-            return PlatformService<AccessListCalls>::s_oNative.SetEntriesInAclA(nEntries, p, pOld, ppNew);
+        o.SetEntriesInAclA = [](ULONG n, PEXPLICIT_ACCESSA p, PACL pOld, PACL* ppNew) WINAPI -> DWORD {
+            s_strAsked = std::to_string(p->grfAccessPermissions) + ' ' + std::to_string(p->grfAccessMode) + ' ' +
+                         std::to_string(p->grfInheritance) + (pOld ? " old " : " new ");
+            return PlatformService<AccessListCalls>::s_oNative.SetEntriesInAclA(n, p, pOld, ppNew);
         };
         o.SetNamedSecurityInfoA = [](LPSTR, SE_OBJECT_TYPE, SECURITY_INFORMATION nParts, PSID, PSID, PACL, PACL)
-                                      WINAPI -> DWORD { return s_oPassed.nParts = nParts, ERROR_SUCCESS; };
+                                      WINAPI -> DWORD { return s_strAsked += std::to_string(nParts), ERROR_SUCCESS; };
     });
-    for (const int nWay : {0, 1, 2})   // protected, not protected, added
+    CString strError;
+    const std::string strPath = oFolder / "file";
+    for (const auto& [bKeep, pszAsked] : {std::pair{0, "268435456 2 3 new 2147483652"}, {1, "268435456 2 3 new 4"}})
     {
-        CString strError;
-        const std::string strPath = oFolder / "file";
-        EXPECT_EQ(nWay == 2 ? ZVUAddFileAccessRights(strPath.c_str(), "S-1-1-0", 1, strError)
-                            : ZVUSetFileAccessRights(strPath.c_str(), "S-1-1-0", 1, nWay, strError),
-                  1);
-        EXPECT_EQ(s_oPassed.nAccess, 0x10000000u);
-        EXPECT_EQ(s_oPassed.nInheritance, 3u);
-        EXPECT_EQ(s_oPassed.nMode, 2);
-        EXPECT_EQ(s_oPassed.nParts, nWay == 0 ? 0x80000004 : 4);
-        EXPECT_EQ(s_oPassed.bHasOldList, nWay == 2);
+        EXPECT_EQ(ZVUSetFileAccessRights(strPath.c_str(), "S-1-1-0", 1, bKeep, strError), 1);
+        EXPECT_EQ(s_strAsked, pszAsked);
     }
+    EXPECT_EQ(ZVUAddFileAccessRights(strPath.c_str(), "S-1-1-0", 1, strError), 1);
+    EXPECT_EQ(s_strAsked, "268435456 2 3 old 4");
 }

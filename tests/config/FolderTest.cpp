@@ -201,17 +201,16 @@ TEST_F(FolderTest, ListsFoldersAndFiles)
         EXPECT_EQ(oFound.size(), bRecursive ? 3u : 1u);
         EXPECT_THAT(oFound, testing::Contains(m_strFrom + "\\read.me"));
     }
-    // At the root of a volume the first entry is a real one, and left out.
+    // At the root of a volume the first entry is a real one, and left out; what has vanished counts as a folder.
+    static const char* const* s_ppszNext;
+    static constexpr const char* s_apszNames[] = {"first", "second", ""};
     const Substitution<FileCalls> oRoot([](FileCalls& o) {
-        static int s_nLeft;
-        s_nLeft = 2;
-        static const auto give = [](LPWIN32_FIND_DATAA pFound) {
-            std::strcpy(pFound->cFileName, s_nLeft == 2 ? "first" : "second");
-            return s_nLeft-- > 0;
-        };
-        o.FindFirstFileA = [](LPCSTR, LPWIN32_FIND_DATAA p) WINAPI -> HANDLE { return give(p) ? &s_nLeft : nullptr; };
-        o.FindNextFileA = [](HANDLE, LPWIN32_FIND_DATAA p) WINAPI -> BOOL { return give(p); };
-        o.GetFileAttributesA = [](LPCSTR) WINAPI -> DWORD { return INVALID_FILE_ATTRIBUTES; };   // vanished: a folder
+        s_ppszNext = s_apszNames;
+        o.FindNextFileA = [](HANDLE, LPWIN32_FIND_DATAA p)
+                              WINAPI -> BOOL { return *std::strcpy(p->cFileName, *s_ppszNext++) != 0; };
+        o.FindFirstFileA = [](LPCSTR, LPWIN32_FIND_DATAA p)
+                               WINAPI -> HANDLE { return Files().FindNextFileA(nullptr, p), p; };
+        o.GetFileAttributesA = [](LPCSTR) WINAPI -> DWORD { return INVALID_FILE_ATTRIBUTES; };
         o.FindClose = [](HANDLE) WINAPI -> BOOL { return TRUE; };
     });
     oFound.clear();

@@ -4,7 +4,6 @@
 #include "support/ScratchFolder.h"
 
 #include <cstdlib>
-#include <regex>
 
 #include <gtest/gtest.h>
 
@@ -32,10 +31,10 @@ protected:
     // One line for the object and one for what it hands down; u, g, m, o for user, group, mask, other.
     std::string ListOf(const fs::path& oPath) const
     {
-        Do("getfacl -cpEn '" + oPath.string() + "' >'" + (m_oRoot / "out").string() + "'");
-        std::string strList = std::regex_replace(ScratchFolder::Read(m_oRoot / "out"), std::regex("\n+"), " ");
-        return std::regex_replace(std::regex_replace(strList, std::regex("\\b([ugmo])(?:ser|roup|ask|ther):"), "$1:"),
-                                  std::regex("default:"), "d");
+        Do("getfacl -cpEn '" + oPath.string() +
+           "' | sed -E 's/default:/d/; s/^(d?[ugmo])(ser|roup|ask|ther):/\\1:/' | tr -s '\\n' ' ' >'" +
+           (m_oRoot / "out").string() + "'");
+        return ScratchFolder::Read(m_oRoot / "out");
     }
 
     int Set(const fs::path& oPath, const char* pszAccount, bool bKeep)
