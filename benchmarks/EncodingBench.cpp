@@ -51,7 +51,8 @@ void RegisterOne(const std::string& strName, std::function<void()> code)
     })->UseRealTime();
 }
 
-// What the library does in any case: it copies the input to one side and zeroes all of both.
+// The measure: the input copied to one side, and all of both zeroed. The library spares itself the zeroing of what
+// it writes over.
 std::function<void()> CopyAndZero(Bytes& oInput, std::size_t nOtherSide)
 {
     const auto pSide = std::make_shared<Bytes>(oInput.size() + nStorageStep);

@@ -15,19 +15,13 @@ int Base64Coder::m_Init = 0;
 namespace
 {
 constexpr unsigned int nStorageShift = 12;   // steps of 4096 bytes
-constexpr std::uint64_t nLargestSide = 0xFFFFEFFF;
+constexpr unsigned long nLargestSide = 0xFFFFEFFF;
 
-// What a side is asked to hold. Sizes are 32-bit numbers: one that wraps would leave the side without the room
-// that coding then takes.
-unsigned long SideOf(std::uint64_t nSize)
+// Capacities are 32-bit numbers: one that wraps would leave the side without the room that coding then takes.
+void MakeRoom(BYTE*& pBuffer, unsigned int& nCapacity, unsigned long nSize)
 {
     if (nSize > nLargestSide)
         throw std::bad_alloc();
-    return static_cast<unsigned long>(nSize);
-}
-
-void MakeRoom(BYTE*& pBuffer, unsigned int& nCapacity, unsigned long nSize)
-{
     if (nCapacity >= nSize)
         return;
     delete[] std::exchange(pBuffer, nullptr);
@@ -42,18 +36,28 @@ BYTE ToByte(char ch)
     return static_cast<BYTE>(ch);
 }
 
-// Replaces padding by zero bits and gives the bytes that the group stands for. In a whole group padding counts
-// from the third place on, and the first two keep it. A short group has one byte for each character it has, not
-// three for each four of them: hosts know unpadded texts by their length.
-unsigned int TakePadding(Base64Coder::TempBucket& oGroup)
+// In a whole group padding counts from the third place on. A short group has one byte for each character it has,
+// not three for each four of them: hosts know unpadded texts by their length.
+unsigned int CountBytes(const Base64Coder::TempBucket& oGroup)
 {
-    const bool bWhole = oGroup.m_nSize == 4;
-    const unsigned int nBytes = !bWhole                              ? oGroup.m_nSize
-                                : oGroup.m_aData[2] == nPaddingValue ? 1
-                                : oGroup.m_aData[3] == nPaddingValue ? 2
-                                                                     : 3;
-    std::replace(oGroup.m_aData + (bWhole ? 2 : 0), std::end(oGroup.m_aData), nPaddingValue, BYTE{0});
-    return nBytes;
+    if (oGroup.m_nSize < 4)
+        return oGroup.m_nSize;
+    if (oGroup.m_aData[2] == nPaddingValue)
+        return 1;
+    return oGroup.m_aData[3] == nPaddingValue ? 2 : 3;
+}
+
+// Replaces padding by zero bits; the first two places of a whole group keep it.
+void ClearPadding(Base64Coder::TempBucket& oGroup)
+{
+    const int nKept = oGroup.m_nSize == 4 ? 2 : 0;
+    std::replace(oGroup.m_aData + nKept, std::end(oGroup.m_aData), nPaddingValue, BYTE{0});
+}
+
+// Nobody should load a side from its own storage; who does so finds the zeros that it is prepared with.
+bool IsWithin(const BYTE* pBuffer, const BYTE* pSide, unsigned int nCapacity)
+{
+    return reinterpret_cast<std::uintptr_t>(pBuffer) - reinterpret_cast<std::uintptr_t>(pSide) < nCapacity;
 }
 
 // A derived class may have replaced any step and is asked for each group. With an object of the class itself
@@ -108,20 +112,23 @@ void Base64Coder::AllocDecode(unsigned long nSize)
 
 void Base64Coder::SetDecodeBuffer(BYTE* const pBuffer, unsigned long nLength)
 {
-    AllocDecode(SideOf(nLength));
+    AllocDecode(nLength);
     std::copy_n(pBuffer, nLength, m_pDecodeBuffer);
     m_nDecodeSize = static_cast<unsigned int>(nLength);
 }
 
 void Base64Coder::SetEncodeBuffer(BYTE* const pBuffer, unsigned long nLength)
 {
-    AllocEncode(SideOf(nLength));
-    if (IsOfTheClassItself(*this))
+    if (IsOfTheClassItself(*this) && !IsWithin(pBuffer, m_pEncodeBuffer, m_nEncodeCapacity))
     {
+        // As AllocEncode does, but it zeroes only what the filter leaves.
+        m_nEncodeSize = 0;
+        MakeRoom(m_pEncodeBuffer, m_nEncodeCapacity, nLength);
         m_nEncodeSize = static_cast<unsigned int>(BestRuns().Filter(pBuffer, nLength, m_pEncodeBuffer));
-        std::fill(m_pEncodeBuffer + m_nEncodeSize, m_pEncodeBuffer + nLength, BYTE{0});
+        std::fill(m_pEncodeBuffer + m_nEncodeSize, m_pEncodeBuffer + m_nEncodeCapacity, BYTE{0});
         return;
     }
+    AllocEncode(nLength);
     for (unsigned long n = 0; n < nLength; ++n)
         if (_IsBadMimeChar(pBuffer[n]) == 0)
             m_pEncodeBuffer[m_nEncodeSize++] = pBuffer[n];
@@ -141,8 +148,10 @@ void Base64Coder::_Init()
 // Twice the input is more than the text takes. It is what hosts find as the capacity.
 void Base64Coder::Encode(BYTE* const pBuffer, unsigned long nLength)
 {
+    if (nLength > nLargestSide / 2)
+        throw std::bad_alloc();
     SetDecodeBuffer(pBuffer, nLength);
-    const unsigned long nRoom = SideOf(std::uint64_t{nLength} * 2);
+    const unsigned long nRoom = nLength * 2;
     unsigned long nIndex = 0;
     if (IsOfTheClassItself(*this))
     {
@@ -206,12 +215,12 @@ void Base64Coder::Decode(BYTE* const pBuffer, unsigned long nLength)
     {
         // As AllocDecode does, but it zeroes only what the run leaves.
         m_nDecodeSize = 0;
-        MakeRoom(m_pDecodeBuffer, m_nDecodeCapacity, SideOf(nLength));
+        MakeRoom(m_pDecodeBuffer, m_nDecodeCapacity, nLength);
         decodeRun();
         std::fill(m_pDecodeBuffer + m_nDecodeSize, m_pDecodeBuffer + m_nDecodeCapacity, BYTE{0});
     }
     else
-        AllocDecode(SideOf(nLength));
+        AllocDecode(nLength);
 
     while (nIndex < m_nEncodeSize)
     {
@@ -220,7 +229,8 @@ void Base64Coder::Decode(BYTE* const pBuffer, unsigned long nLength)
         oGroup.m_nSize = static_cast<BYTE>(nCount);
         for (unsigned int n = 0; n < nCount; ++n)
             oGroup.m_aData[n] = ToByte(m_DecodeTable[m_pEncodeBuffer[nIndex + n]]);
-        const unsigned int nBytes = TakePadding(oGroup);
+        const unsigned int nBytes = CountBytes(oGroup);
+        ClearPadding(oGroup);
         _DecodeToBuffer(oGroup, m_pDecodeBuffer + m_nDecodeSize);
         nIndex += nCount;
         m_nDecodeSize += nBytes;

@@ -5,7 +5,7 @@
 
 namespace
 {
-struct Block
+struct Side
 {
     const char* pData;
     unsigned int nSize;
@@ -13,7 +13,7 @@ struct Block
 
 // False if it throws an exception of the framework, which is left behind.
 template <class Body>
-bool IsDone(Body body)
+bool Try(Body body)
 {
     try
     {
@@ -45,15 +45,15 @@ int CodeFile(const char* pszInputFile, const char* pszOutputFile, BYTE*& pBlock,
         if (!pBlock)
             pBlock = new BYTE[nBlockSize];
         unsigned int nRead = 0;
-        if (!IsDone([&] { nRead = oInput.Read(pBlock, nBlockSize); }))
+        if (!Try([&] { nRead = oInput.Read(pBlock, nBlockSize); }))
             return 0;
         nOffset += nRead;
         codeBlock(pBlock, nRead);
         const auto write = [&] {
-            const Block oSide = takeSide();
+            const Side oSide = takeSide();
             oOutput.Write(oSide.pData, oSide.nSize);
         };
-        if (!IsDone(write))
+        if (!Try(write))
             return 0;
     }
     oInput.Close();
@@ -69,7 +69,7 @@ int Base64Coder::Encode(const char* pszInputFile, const char* pszOutputFile)
         pszInputFile, pszOutputFile, m_pBlockBuffer, m_nBlockSize,
         [this](BYTE* pBlock, unsigned int nSize) { Base64Coder::Encode(pBlock, nSize); },
         [this] {
-            return Block{EncodedMessage(), m_nEncodeSize};
+            return Side{EncodedMessage(), m_nEncodeSize};
         });
 }
 
@@ -79,6 +79,6 @@ int Base64Coder::Decode(const char* pszInputFile, const char* pszOutputFile)
         pszInputFile, pszOutputFile, m_pBlockBuffer, m_nBlockSize,
         [this](BYTE* pBlock, unsigned int nSize) { Base64Coder::Decode(pBlock, nSize); },
         [this] {
-            return Block{DecodedMessage(), m_nDecodeSize};
+            return Side{DecodedMessage(), m_nDecodeSize};
         });
 }

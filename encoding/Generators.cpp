@@ -4,10 +4,11 @@
 #include "platform/Random.h"
 
 #include <cstdint>
+#include <memory>
 
 namespace
 {
-// The draw itself comes up too, in one case of 32768, and so the character behind the range's last.
+// The divisor is the largest draw, so that draw gives one past the range.
 constexpr std::int32_t nLargestDraw = 32767;
 
 struct Range
@@ -72,7 +73,7 @@ std::string CSGuid::CreateGUID()
     RPC_CSTR pszText = nullptr;
     if (Identifiers().UuidToStringA(&oId, &pszText) == RPC_S_OUT_OF_MEMORY || !pszText)
         return {};
-    std::string strText(reinterpret_cast<const char*>(pszText));
-    Identifiers().RpcStringFreeA(&pszText);
-    return strText;
+    const auto release = [](RPC_CSTR* ppszText) { Identifiers().RpcStringFreeA(ppszText); };
+    const std::unique_ptr<RPC_CSTR, decltype(release)> oOwner(&pszText, release);
+    return reinterpret_cast<const char*>(pszText);
 }

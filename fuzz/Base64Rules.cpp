@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 #include <vector>
 
 namespace
@@ -16,9 +17,10 @@ class DerivedCoder : public Base64Coder
 {
 };
 
+const char* const pszAlphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+
 int ValueOf(unsigned char nChar)
 {
-    const char* const pszAlphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
     const int nLow = nChar & 0x7F;
     const char* const pFound = nLow ? std::strchr(pszAlphabet, nLow) : nullptr;
     return pFound ? static_cast<int>(pFound - pszAlphabet) : 62;
@@ -78,13 +80,30 @@ bool Holds(const char* pSide, Bytes oExpected, std::size_t nAsked)
     return std::memcmp(pSide, oExpected.data(), oExpected.size()) == 0;
 }
 
+// Makes a check of a fresh object, and again when both sides are full of something else. The check is told how many
+// bytes a side that is asked for so many must then have room for.
+template <class Check>
+std::string FaultOf(Base64Coder&& oCoder, Check faultIn)
+{
+    std::string strFault = faultIn(oCoder, [](std::size_t nAsked) { return nAsked; });
+    if (!strFault.empty())
+        return strFault;
+    static Bytes s_oBefore(5000, 'x');   // in 8192 bytes of storage
+    oCoder.SetEncodeBuffer(s_oBefore.data(), static_cast<unsigned long>(s_oBefore.size()));
+    oCoder.SetDecodeBuffer(s_oBefore.data(), static_cast<unsigned long>(s_oBefore.size()));
+    return faultIn(oCoder, [](std::size_t nAsked) { return std::max<std::size_t>(nAsked, 8191); });
+}
+
 std::string FaultIn(Base64Coder&& oCoder, Bytes oText, const Bytes& oKept, const Plain& oPlain)
 {
-    oCoder.Decode(oText.data(), static_cast<unsigned long>(oText.size()));
-    return oCoder.GetDecodeDataSize() != oPlain.nSize                     ? "the size"
-           : !Holds(oCoder.EncodedMessage(), oKept, oText.size())         ? "the text side"
-           : !Holds(oCoder.DecodedMessage(), oPlain.oBytes, oText.size()) ? "the plain side"
-                                                                          : "";
+    return FaultOf(std::move(oCoder), [&](Base64Coder& o, auto roomFor) -> std::string {
+        o.Decode(oText.data(), static_cast<unsigned long>(oText.size()));
+        const std::size_t nRoom = roomFor(oText.size());
+        return o.GetDecodeDataSize() != oPlain.nSize              ? "the size"
+               : !Holds(o.EncodedMessage(), oKept, nRoom)         ? "the text side"
+               : !Holds(o.DecodedMessage(), oPlain.oBytes, nRoom) ? "the plain side"
+                                                                  : "";
+    });
 }
 
 std::string FaultIn(const Runs& oRuns, const Bytes& oText, const Bytes& oKept, const Plain& oPlain)
@@ -98,6 +117,24 @@ std::string FaultIn(const Runs& oRuns, const Bytes& oText, const Bytes& oKept, c
     oExpected.resize(oKept.size());
     const bool bEndsEarly = oKept.size() - nDone >= 4 && std::none_of(&oKept[nDone], &oKept[nDone] + 4, &IsPadding);
     return oFiltered != oKept ? "the filter" : oDecoded != oExpected ? "the run" : bEndsEarly ? "its end" : "";
+}
+
+std::string FaultIn(Base64Coder&& oCoder, Bytes oPlain, const Bytes& oText)
+{
+    return FaultOf(std::move(oCoder), [&](Base64Coder& o, auto roomFor) -> std::string {
+        o.Encode(oPlain.data(), static_cast<unsigned long>(oPlain.size()));
+        return !Holds(o.EncodedMessage(), oText, roomFor(2 * oPlain.size())) ? "the text side"
+               : !Holds(o.DecodedMessage(), oPlain, roomFor(oPlain.size()))  ? "the plain side"
+                                                                             : "";
+    });
+}
+
+// Whether a text is what so many bytes come out as: of the alphabet, and padded where the last group is short.
+bool IsTextOf(std::size_t nPlain, const Bytes& oText)
+{
+    const auto pPadding = oText.end() - static_cast<std::ptrdiff_t>((3 - nPlain % 3) % 3);
+    return std::all_of(oText.begin(), pPadding, [](int nChar) { return nChar && std::strchr(pszAlphabet, nChar); }) &&
+           std::all_of(pPadding, oText.end(), [](int nChar) { return nChar == '='; });
 }
 
 std::vector<Runs> AllRuns()
@@ -131,13 +168,15 @@ std::string FaultInEncoding(const unsigned char* pPlain, std::size_t nSize)
     Bytes oText((nSize + 2) / 3 * 4);
     std::copy_n(oCoder.EncodedMessage(), oText.size(), oText.begin());
     const Plain oBack = Decoded(oText);
-    if (oBack.nSize != nSize || !std::equal(oPlain.begin(), oPlain.end(), oBack.oBytes.begin()))
+    Bytes oExpected(oPlain);
+    oExpected.resize(oBack.oBytes.size());   // the bits behind the last byte are zero
+    if (!IsTextOf(nSize, oText) || oBack.nSize != nSize || oBack.oBytes != oExpected)
         return "the text of a derived class";
 
-    Base64Coder oItself;
-    oItself.Encode(oPlain.data(), static_cast<unsigned long>(nSize));
-    if (!Holds(oItself.EncodedMessage(), oText, 2 * nSize) || !Holds(oItself.DecodedMessage(), oPlain, nSize))
-        return "a side of the class itself";
+    if (const auto strFault = FaultIn(DerivedCoder(), oPlain, oText); !strFault.empty())
+        return strFault + " of a derived class";
+    if (const auto strFault = FaultIn(Base64Coder(), oPlain, oText); !strFault.empty())
+        return strFault + " of the class itself";
     for (const auto& oRuns : AllRuns())
     {
         Bytes oRun(oText.size());

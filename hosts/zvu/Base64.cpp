@@ -26,14 +26,19 @@ public:
     bool Skips(BYTE nChar) { return _IsBadMimeChar(nChar) != 0; }
 };
 
-// The next block of standard input, a short one only at its end; empty behind it.
-bool ReadBlock(std::vector<BYTE>& oBlock)
+// Gives standard input block by block. A short one, which may be empty, is the last, also of a terminal, where more
+// could be read behind its end.
+template <class Take>
+void ReadBlocks(Take take)
 {
-    oBlock.resize(nBlockSize);
-    oBlock.resize(std::fread(oBlock.data(), 1, oBlock.size(), stdin));
-    if (std::ferror(stdin))
-        throw std::runtime_error("standard input cannot be read");
-    return !oBlock.empty();
+    std::vector<BYTE> oBlock(nBlockSize);
+    while (oBlock.size() == nBlockSize)
+    {
+        oBlock.resize(std::fread(oBlock.data(), 1, nBlockSize, stdin));
+        if (std::ferror(stdin))
+            throw std::runtime_error("standard input cannot be read");
+        take(oBlock);
+    }
 }
 
 void Write(const char* pData, std::size_t nSize)
@@ -45,13 +50,12 @@ void Write(const char* pData, std::size_t nSize)
 void EncodeStream()
 {
     Base64Coder oCoder;
-    std::vector<BYTE> oBlock;
     bool bAny = false;
-    for (; ReadBlock(oBlock); bAny = true)
-    {
+    ReadBlocks([&](std::vector<BYTE>& oBlock) {
         oCoder.Encode(oBlock.data(), static_cast<unsigned long>(oBlock.size()));
         Write(oCoder.EncodedMessage(), (oBlock.size() + 2) / 3 * 4);
-    }
+        bAny = bAny || !oBlock.empty();
+    });
     Write("\n", bAny ? 1 : 0);
 }
 
@@ -59,19 +63,17 @@ void DecodeStream()
 {
     Filter oFilter;
     Base64Coder oCoder;
-    std::vector<BYTE> oBlock;
     std::vector<BYTE> oPending;   // without what is skipped
     const auto decode = [&](std::size_t nSize) {
         oCoder.Decode(oPending.data(), static_cast<unsigned long>(nSize));
         Write(oCoder.DecodedMessage(), oCoder.GetDecodeDataSize());
         oPending.erase(oPending.begin(), oPending.begin() + static_cast<std::ptrdiff_t>(nSize));
     };
-    while (ReadBlock(oBlock))
-    {
+    ReadBlocks([&](const std::vector<BYTE>& oBlock) {
         std::copy_if(oBlock.begin(), oBlock.end(), std::back_inserter(oPending),
                      [&](BYTE nChar) { return !oFilter.Skips(nChar); });
         decode(oPending.size() / 4 * 4);
-    }
+    });
     decode(oPending.size());
 }
 
@@ -103,8 +105,8 @@ CLI::App* AddCoder(CLI::App& oBase64, Action& action, const std::string& strName
 {
     const auto pOptions = std::make_shared<Options>();
     auto* const pCommand = oBase64.add_subcommand(strName, strPurpose);
-    auto* const pInput = pCommand->add_option("INPUT", pOptions->strInput, "File to read; standard input at first");
-    pInput->needs(pCommand->add_option("OUTPUT", pOptions->strOutput, "File to write, and standard output"));
+    auto* const pInput = pCommand->add_option("INPUT", pOptions->strInput, "File to read; standard input by default");
+    pInput->needs(pCommand->add_option("OUTPUT", pOptions->strOutput, "File to write; standard output without INPUT"));
     pCommand->callback([=, &action] { action = [=] { return Code(*pOptions, pfnCodeFiles, pfnCodeStream); }; });
     return pCommand;
 }
@@ -114,10 +116,13 @@ void AddBase64(CLI::App& oApp, Action& action)
 {
     auto* const pCommand = oApp.add_subcommand("base64", "Code bytes as Base64 text and back");
     pCommand->require_subcommand(1);
+    const std::string strLargeFiles = "Of a file of 4 GiB or more only the length modulo 4 GiB is coded: give such a "
+                                      "one as standard input.\n";
     AddCoder(*pCommand, action, "encode", "Bytes to text, without line breaks", &Base64Coder::Encode, &EncodeStream)
-        ->footer("Example: zvu base64 encode picture.png picture.txt");
+        ->footer(strLargeFiles + "Example: zvu base64 encode picture.png picture.txt");
     AddCoder(*pCommand, action, "decode", "Text to bytes; any text decodes to something", &Base64Coder::Decode,
              &DecodeStream)
         ->footer("A text with line breaks in it comes from standard input: files are decoded in blocks of 3072 "
-                 "characters,\neach by itself.\nExample: echo SGVsbG8h | zvu base64 decode");
+                 "characters,\neach by itself.\n" +
+                 strLargeFiles + "Example: echo SGVsbG8h | zvu base64 decode");
 }

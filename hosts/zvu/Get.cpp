@@ -223,7 +223,7 @@ void AddGet(CLI::App& oApp, Action& action)
     auto* const pCommand = oApp.add_subcommand("get", "Fetch what a URL holds");
     pCommand->add_option("URL", pOptions->strUrl, "http://host[:port][/path][?query]")->required();
     auto* const pFile = pCommand->add_option("-o,--output", pOptions->strFile,
-                                             "File to put it in, once all of it is there; standard output at first");
+                                             "File to put it in, once all of it is there; standard output by default");
     pCommand->add_flag("--unique", pOptions->bUnique, "Ask so that no cache can answer");
     pCommand->add_flag("--host-cache", pOptions->bHostCache, "First ask the host's root whether the host has moved")
         ->excludes(pFile);

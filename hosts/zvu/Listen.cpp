@@ -74,7 +74,7 @@ void AddListen(CLI::App& oApp, Action& action)
         ->required()
         ->check(CLI::Range(1, 65535));
     pCommand->add_flag("--header", pOptions->bHeader, "Put the HTTP/1.0 header before each reply");
-    auto* const pReply = pCommand->add_option("--reply", pOptions->strReply, "Text to reply with; none at first");
+    auto* const pReply = pCommand->add_option("--reply", pOptions->strReply, "Text to reply with; none by default");
     pCommand->add_flag("--echo", pOptions->bEcho, "Reply with the request")->excludes(pReply);
     pCommand->add_option("--count", pOptions->nCount, "Requests to serve before it ends")->check(CLI::PositiveNumber);
     pCommand->footer("Example: zvu listen 8080 --header --reply '<ok/>'");

@@ -8,7 +8,7 @@ enum eStandardStream
     eStandardError = 2
 };
 
-// Bytes pass as they are: on Windows, line ends are translated at first.
+// Bytes pass as they are: on Windows, line ends are translated by default.
 void MakeBinary(eStandardStream eStream);
 
 bool IsTerminal(eStandardStream eStream);

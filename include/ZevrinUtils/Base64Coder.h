@@ -29,9 +29,9 @@
 /// exception is that the file operations code their blocks with this class's own Encode and Decode. Objects of
 /// the class itself code many groups at a time, at a multiple of the speed of a derived one.
 ///
-/// Memory that runs out is thrown as std::bad_alloc; so is the want of a side of 4 GiB or more. The class takes
-/// no lock: an object belongs to one thread at a time, and a process's first Decode must be over before a second
-/// thread starts one.
+/// Memory that runs out is thrown as std::bad_alloc; so is the want of a side of 4 GiB - 4096 bytes or more. To
+/// encode takes a text side of twice the input. The class takes no lock: an object belongs to one thread at a
+/// time, and a process's first Decode must be over before a second thread starts one.
 class ZEVRINUTILS_API Base64Coder
 {
 public:
@@ -57,8 +57,12 @@ public:
 
     /// Encodes a file of any size into another, which is created or emptied first. 1, or 0 if one of them cannot
     /// be opened (the input is tried first) or a read or a write fails; what was written until then stays.
-    /// Both sides then hold the last block. Of an input of 4 GiB or more, the length modulo 4 GiB is coded. The
-    /// call does not return if the input is cut short while it runs.
+    /// Both sides then hold the last block. Of an input of 4 GiB or more, only its length modulo 4 GiB is coded,
+    /// rounded up to a whole block of 3072 bytes. The call does not return if the input is cut short while it
+    /// runs.
+    ///
+    /// @throws CFileException*  the length of the input cannot be had, or a file not be closed. The catcher calls
+    ///         Delete; the output keeps what was written.
     virtual int Encode(const char* pszInputFile, const char* pszOutputFile);
 
     /// Encodes so many bytes: four characters for each started group of three, then a zero. The buffer must not

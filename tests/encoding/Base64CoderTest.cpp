@@ -1,7 +1,9 @@
 #include "ZevrinUtils/Base64Coder.h"
+#include "ZevrinUtils/framework/Exception.h"
 
 #include "fuzz/Base64Rules.h"
 #include "platform/Files.h"
+#include "platform/Handles.h"
 #include "support/ScratchFolder.h"
 #include "support/Substitution.h"
 
@@ -10,15 +12,13 @@
 #include <random>
 #include <utility>
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 namespace
 {
 struct OpenCoder : Base64Coder
 {
-    using Base64Coder::m_Init;
-    using Base64Coder::m_nDecodeCapacity;
-    using Base64Coder::m_nEncodeCapacity;
+    using Base64Coder::m_DecodeTable;
 
     std::pair<unsigned, unsigned> Capacities() const { return {m_nDecodeCapacity, m_nEncodeCapacity}; }
 };
@@ -31,7 +31,7 @@ BYTE* BytesOf(std::string& strText)
 std::string Encoded(Base64Coder& oCoder, std::string strPlain)
 {
     oCoder.Encode(BytesOf(strPlain), static_cast<unsigned long>(strPlain.size()));
-    return oCoder.EncodedMessage() ? oCoder.EncodedMessage() : "null";
+    return oCoder.EncodedMessage();
 }
 
 std::string Decoded(Base64Coder& oCoder, std::string strText)
@@ -41,18 +41,12 @@ std::string Decoded(Base64Coder& oCoder, std::string strText)
 }
 
 using namespace std::string_literals;
-const std::pair<std::string, std::string> s_aoEncoded[] = {
-    {"", "null"}, {"A", "QQ=="}, {"AB", "QUI="}, {"ABC", "QUJD"}, {"\xFB\xFF\xBF", "+/+/"},
-};
 const std::pair<std::string, std::string> s_aoDecoded[] = {
-    {"", "null"},       {"QQ==", "A"},         {"QUI=", "AB"},
-    {"QUJD", "ABC"},    {"Q Q\r\n=\t=", "A"},  {"QQ", "A\0"s},
-    {"QUI", "AB\0"s},   {"QQ=", "A\0\0"s},     {"Q", "@"},
-    {"=", "\0"s},       {"==", "\0\0"s},       {"===", "\0\0\0"s},
-    {"====", "\xFF"},   {"Q===", "C"},         {"QQ=Q", "A"},
-    {"QQ==QQ==", "AA"}, {"QUJDQQ", "ABCA\0"s}, {"Q*==", "C"},
-    {"QUJ*", "AB~"},    {"QUJ\0"s, "AB~"},     {"\xD1\xD5\xCA\xC4", "ABC"},
-    {"QUJ\x80", "AB~"}, {"\xD1Q\xBD=", "A"},   {"\x0EUJD\x06", "\xF9\x42\x43\xF8"},
+    {"", "null"},       {"QQ==", "A"},         {"QUI=", "AB"},    {"QUJD", "ABC"}, {"Q Q\r\n=\t=", "A"},
+    {"QQ", "A\0"s},     {"QUI", "AB\0"s},      {"QQ=", "A\0\0"s}, {"Q", "@"},      {"=", "\0"s},
+    {"==", "\0\0"s},    {"===", "\0\0\0"s},    {"====", "\xFF"},  {"Q===", "C"},   {"QQ=Q", "A"},
+    {"QQ==QQ==", "AA"}, {"QUJDQQ", "ABCA\0"s}, {"Q*==", "C"},     {"QUJ*", "AB~"}, {"QUJ\0"s, "AB~"},
+    {"QUJ\x80", "AB~"}, {"\xD1Q\xBD=", "A"},
 };
 
 // Texts, with more or less in them of what is skipped, pads or is of no alphabet.
@@ -70,12 +64,11 @@ std::string RandomText(std::mt19937& oRandom)
 
 TEST(Base64Coder, CodesTheDocumentedTexts)
 {
-    for (const auto& [strPlain, strText] : s_aoEncoded)
-        EXPECT_EQ(Encoded(*std::make_unique<Base64Coder>(), strPlain), strText);
     for (const auto& [strText, strPlain] : s_aoDecoded)
         EXPECT_EQ(Decoded(*std::make_unique<Base64Coder>(), strText), strPlain) << strText;
 
     Base64Coder oCoder;
+    EXPECT_EQ(Encoded(oCoder, "A") + Encoded(oCoder, "AB") + Encoded(oCoder, "\xFB\xFF\xBF"), "QQ==QUI=+/+/");
     EXPECT_EQ(Encoded(oCoder, std::string(57, 'A') + "B").substr(72), "QUFBQg==");
     EXPECT_EQ(oCoder.GetDecodeDataSize(), 58u);
     EXPECT_EQ(Encoded(oCoder, ""), "");
@@ -97,35 +90,43 @@ TEST(Base64Coder, KeepsItsRulesForAnyBytes)
 
 TEST(Base64Coder, GrowsItsSidesInStepsOf4096AboveTheSizeAndSharesThemWithACopy)
 {
-    using Capacities = std::pair<unsigned, unsigned>;
     OpenCoder oCoder;
-    oCoder.AllocDecode(0);
-    EXPECT_EQ(oCoder.Capacities(), Capacities(0, 0));
-    oCoder.AllocDecode(4095);
-    EXPECT_EQ(oCoder.Capacities(), Capacities(4096, 0));
-    Encoded(oCoder, std::string(4096, 'x'));   // which fits, and twice of it asks for more
-    EXPECT_EQ(oCoder.Capacities(), Capacities(4096, 12288));
+    Encoded(oCoder, std::string(4096, 'x'));
     EXPECT_EQ(Decoded(oCoder, "QQ=="), "A");
-    EXPECT_EQ(OpenCoder::m_Init, 1);
-    EXPECT_EQ(oCoder.Capacities(), Capacities(4096, 12288));
-    EXPECT_EQ(std::string(oCoder.EncodedMessage() + 4, 12288 - 4), std::string(12288 - 4, 0));
+    EXPECT_EQ(oCoder.Capacities(), std::pair(8192U, 12288U));
 
     auto* const pCopy = new OpenCoder(oCoder);   // never destroyed: its source frees what both hold
     EXPECT_EQ(pCopy->DecodedMessage(), oCoder.DecodedMessage());
     ::operator delete(pCopy);
-    EXPECT_THROW(oCoder.SetDecodeBuffer(nullptr, ~0UL), std::bad_alloc);   // its size would wrap
+    EXPECT_THROW(oCoder.AllocDecode(0xFFFFF000), std::bad_alloc);   // its capacity would wrap
+    EXPECT_THROW(oCoder.Encode(nullptr, 0x80000000), std::bad_alloc);
+
+    std::swap(OpenCoder::m_DecodeTable[+'A'], OpenCoder::m_DecodeTable[+'B']);   // for all objects
+    EXPECT_EQ(Decoded(*std::make_unique<Base64Coder>(), std::string(80, 'B')), std::string(60, '\0'));
+    std::swap(OpenCoder::m_DecodeTable[+'A'], OpenCoder::m_DecodeTable[+'B']);
 }
 
-// One that replaces steps on both sides, and counts how often one of them is asked for.
+// One that replaces the steps on both sides, and counts how often each of them is asked for.
 struct DashCoder : Base64Coder
 {
-    int m_nGroups = 0;
+    using Base = Base64Coder;
+    using Base::Decode, Base::Encode;
+    mutable std::array<int, 12> m_anAsked{};
+    int Ask(unsigned nStep) const { return ++m_anAsked[nStep]; }
 
-    void _EncodeRaw(TempBucket& oOut, const TempBucket&) override { oOut.m_aData[++m_nGroups % 4] = 1; }
-    void _DecodeRaw(TempBucket& oOut, const TempBucket&) override { oOut.m_aData[++m_nGroups % 3] = '#'; }
     int _IsBadMimeChar(BYTE nChar) override { return nChar == '-'; }
-    void Encode(BYTE* const, unsigned long) override { ADD_FAILURE() << "asked by a file operation"; }
-    using Base64Coder::Encode;
+    void _EncodeRaw(TempBucket& oOut, const TempBucket&) override { oOut.m_aData[Ask(0) % 4] = 1; }
+    void _DecodeRaw(TempBucket& oOut, const TempBucket&) override { oOut.m_aData[Ask(1) % 3] = '#'; }
+    void _EncodeToBuffer(const TempBucket& o, BYTE* p) override { Ask(2), Base::_EncodeToBuffer(o, p); }
+    unsigned long _DecodeToBuffer(const TempBucket& o, BYTE* p) override { return Ask(3), Base::_DecodeToBuffer(o, p); }
+    void AllocEncode(unsigned long n) override { Ask(4), Base::AllocEncode(n); }
+    void AllocDecode(unsigned long n) override { Ask(5), Base::AllocDecode(n); }
+    void SetEncodeBuffer(BYTE* const p, unsigned long n) override { Ask(6), Base::SetEncodeBuffer(p, n); }
+    void SetDecodeBuffer(BYTE* const p, unsigned long n) override { Ask(7), Base::SetDecodeBuffer(p, n); }
+    const char* EncodedMessage() const override { return Ask(8), Base::EncodedMessage(); }
+    const char* DecodedMessage() const override { return Ask(9), Base::DecodedMessage(); }
+    void Encode(BYTE* const p, unsigned long n) override { Ask(10), Base::Encode(p, n); }
+    void Decode(BYTE* const p, unsigned long n) override { Ask(11), Base::Decode(p, n); }
 };
 
 TEST(Base64Coder, AsksADerivedClassForEachStepButNotForTheBlocksOfAFile)
@@ -136,7 +137,8 @@ TEST(Base64Coder, AsksADerivedClassForEachStepButNotForTheBlocksOfAFile)
     ScratchFolder::Write(oFolder / "in", std::string(4500, 'A'));
     EXPECT_EQ(oCoder.Encode((oFolder / "in").c_str(), (oFolder / "out").c_str()), 1);
     EXPECT_EQ(ScratchFolder::Read(oFolder / "out").substr(0, 8), "ABAAAABA");
-    EXPECT_EQ(oCoder.m_nGroups, 100 + 1500);
+    EXPECT_EQ(oCoder.Decode((oFolder / "out").c_str(), (oFolder / "in").c_str()), 1);
+    EXPECT_EQ(oCoder.m_anAsked, (std::array{1500, 1600, 1500, 1600, 5, 5, 3, 2, 2, 4, 0, 1}));
 }
 
 TEST(Base64Coder, CodesFilesBlockByBlock)
@@ -147,8 +149,7 @@ TEST(Base64Coder, CodesFilesBlockByBlock)
     for (const std::size_t nSize : {0, 1, 3071, 3072, 3073, 10000})
     {
         std::string strPlain(nSize, 'A');
-        for (std::size_t n = 0; n < nSize; ++n)
-            strPlain[n] = static_cast<char>(n * n / 7);
+        std::generate(strPlain.begin(), strPlain.end(), std::mt19937());
         ScratchFolder::Write(strIn, strPlain);
         EXPECT_EQ(oCoder.Encode(strIn.c_str(), strText.c_str()), 1);
         EXPECT_EQ(ScratchFolder::Read(strText), nSize ? Encoded(oMemory, strPlain) : "");
@@ -169,25 +170,41 @@ TEST(Base64Coder, CodesFilesBlockByBlock)
     EXPECT_EQ(oCoder.Encode(strIn.c_str(), (oFolder / "no\\folder").c_str()), 0);
 }
 
-// Reads and writes in turn, of which each is the first to fail.
+// After so many calls one of them fails, which is thrown if nothing guards it.
 TEST(Base64Coder, KeepsWhatWasWrittenBeforeAFailure)
 {
-    static int s_nLeft;
+    static std::array<int, 4> s_anLeft;
     static const auto& s_oNative = PlatformService<FileCalls>::s_oNative;
-    const Substitution<FileCalls> oFailing([](FileCalls& o) {
+    const Substitution<FileCalls> oFiles([](FileCalls& o) {
+        o.GetFileSizeEx = [](HANDLE, PLARGE_INTEGER pnSize) WINAPI -> BOOL {
+            pnSize->QuadPart = (1LL << 32) + 9216;   // of which the low half counts
+            return s_anLeft[0]-- > 0;
+        };
         o.ReadFile = [](HANDLE hFile, LPVOID pBuffer, DWORD nCount, LPDWORD pnDone, LPOVERLAPPED p) WINAPI -> BOOL {
-            return s_nLeft-- > 0 && s_oNative.ReadFile(hFile, pBuffer, nCount, pnDone, p);
+            return s_anLeft[1]-- > 0 && s_oNative.ReadFile(hFile, pBuffer, nCount, pnDone, p);
         };
         o.WriteFile = [](HANDLE hFile, LPCVOID pData, DWORD nCount, LPDWORD pnDone, LPOVERLAPPED p) WINAPI -> BOOL {
-            return s_nLeft-- > 0 && s_oNative.WriteFile(hFile, pData, nCount, pnDone, p);
+            return s_anLeft[2]-- > 0 && s_oNative.WriteFile(hFile, pData, nCount, pnDone, p);
+        };
+    });
+    const Substitution<HandleCalls> oHandles([](HandleCalls& o) {
+        o.CloseHandle = [](HANDLE hFile) WINAPI -> BOOL {
+            return PlatformService<HandleCalls>::s_oNative.CloseHandle(hFile) && s_anLeft[3]-- > 0;
         };
     });
     const ScratchFolder oFolder;
     ScratchFolder::Write(oFolder / "in", std::string(9216, 'A'));
-    for (int nCalls = 0; nCalls <= 6; ++nCalls)
+    const auto encode = [&] { return Base64Coder().Encode((oFolder / "in").c_str(), (oFolder / "out").c_str()); };
+    const auto isDeleted = [](CException* pError) { return pError->Delete(), true; };
+    const int anCases[][6] = {{1, 3, 3, 2, 1, 12288}, {1, 2, 9, 9, 0, 8192},   {1, 9, 2, 9, 0, 8192},
+                              {0, 9, 9, 9, -1, 0},    {1, 9, 9, 0, -1, 12288}, {1, 9, 9, 1, -1, 12288}};
+    for (const auto& [nLengths, nReads, nWrites, nCloses, nResult, nWritten] : anCases)
     {
-        s_nLeft = nCalls;
-        EXPECT_EQ(Base64Coder().Encode((oFolder / "in").c_str(), (oFolder / "out").c_str()), nCalls == 6);
-        EXPECT_EQ(ScratchFolder::Read(oFolder / "out").size(), unsigned(nCalls) / 2 * 4096);
+        s_anLeft = {nLengths, nReads, nWrites, nCloses};
+        if (nResult < 0)
+            EXPECT_THAT(encode, testing::Throws<CFileException*>(testing::Truly(isDeleted)));
+        else
+            EXPECT_EQ(encode(), nResult);
+        EXPECT_EQ(ScratchFolder::Read(oFolder / "out").size(), unsigned(nWritten));
     }
 }

@@ -2,3 +2,5 @@
 
 #include <cstdlib>
 #include <ctime>
+
+static_assert(RAND_MAX == 32767);
