@@ -1,5 +1,6 @@
-// Retrievals from nginx on loopback, against the curl command and against libcurl's easy interface: bench_http, run
-// by with-servers.
+// Retrievals from nginx on loopback, against the curl command and against libcurl's easy interface; run by
+// with-servers:
+//     bench_http FOLDER     which has room for a file of 1 GiB
 #include "RatioTable.h"
 
 #include "ZevrinUtils/HttpServices.h"
@@ -120,12 +121,17 @@ void Compare(RatioTable& oTable, const std::string& strCase, int nTimes, const W
 }
 }
 
-int main()
+int main(int nArguments, char** ppArguments)
 {
-    const std::filesystem::path oFolder(std::getenv("ZV_FILES"));
-    const std::string strCopy = (oFolder / "copy").string();
-    std::ofstream(oFolder / "gibibyte").close();
-    std::filesystem::resize_file(oFolder / "gibibyte", nGibibyte);
+    if (nArguments != 2)
+    {
+        std::cerr << "usage: bench_http FOLDER\n";
+        return 2;
+    }
+    const std::filesystem::path oServed(std::getenv("ZV_FILES"));
+    const std::string strCopy = (std::filesystem::path(ppArguments[1]) / "bench_http.copy").string();
+    std::ofstream(oServed / "gibibyte").close();
+    std::filesystem::resize_file(oServed / "gibibyte", nGibibyte);
     curl_global_init(CURL_GLOBAL_ALL);
 
     RatioTable oTable;
@@ -141,4 +147,5 @@ int main()
         oTable, "10000 small requests, against libcurl", nSmallRequests, [&] { return GetIntoStream(strSmall, 6); },
         [&] { return GetByEasyInterface(strSmall, 6); });
     oTable.Print();
+    std::filesystem::remove(strCopy);
 }
