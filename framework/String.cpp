@@ -52,6 +52,17 @@ CString& CString::operator=(const char* pszText)
     return *this;
 }
 
+char* CString::GetBuffer(int nMinLength)
+{
+    m_strText.resize(std::max(m_strText.size(), Within(nMinLength, std::string::npos)));
+    return m_strText.data();
+}
+
+void CString::ReleaseBuffer()
+{
+    m_strText.resize(std::strlen(m_strText.c_str()));
+}
+
 CString& CString::operator+=(const CString& strMore)
 {
     m_strText += strMore.m_strText;

@@ -2,6 +2,9 @@
 
 #include "CaseFold.h"
 #include "Failure.h"
+#include "Wide.h"
+
+#include <algorithm>
 
 // Texts are UTF-8 in any language, and sorted by their characters' numbers.
 int win32::CompareStringA(LCID nLocale, DWORD nFlags, LPCSTR pszLeft, int nLeft, LPCSTR pszRight, int nRight)
@@ -13,5 +16,17 @@ int win32::CompareStringA(LCID nLocale, DWORD nFlags, LPCSTR pszLeft, int nLeft,
     return OrOutOfMemory(0, [&] {
         const int nOrder = FoldCase(pszLeft).compare(FoldCase(pszRight));
         return nOrder == 0 ? CSTR_EQUAL : nOrder < 0 ? CSTR_LESS_THAN : CSTR_GREATER_THAN;
+    });
+}
+
+int win32::MultiByteToWideChar(UINT nCodePage, DWORD nFlags, LPCSTR pszText, int nText, LPWSTR pszWide, int nWide)
+{
+    if (nCodePage != CP_ACP || nFlags != MB_PRECOMPOSED || nText != -1 || !pszText || !pszWide || nWide < 0)
+        return Fail(ERROR_NOT_SUPPORTED, 0);
+    return OrOutOfMemory(0, [&] {
+        const auto oWide = Widened(pszText);   // and a zero
+        const auto nUnits = std::min(oWide.size() + 1, static_cast<std::size_t>(nWide));
+        std::copy_n(oWide.c_str(), nUnits, pszWide);
+        return nUnits > oWide.size() ? static_cast<int>(nUnits) : Fail(ERROR_INSUFFICIENT_BUFFER, 0);
     });
 }

@@ -32,6 +32,11 @@ public:
     bool IsEmpty() const noexcept { return m_strText.empty(); }
     void Empty() noexcept { m_strText.clear(); }
 
+    /// A buffer that holds the text and has room for at least so many bytes and a zero byte, for writing. It lasts
+    /// until ReleaseBuffer, which ends the text at its first zero byte; nothing else may be called in between.
+    char* GetBuffer(int nMinLength);
+    void ReleaseBuffer();
+
     /// The byte at an index from 0 to GetLength() - 1.
     char GetAt(int nIndex) const { return m_strText.at(static_cast<std::size_t>(nIndex)); }
 

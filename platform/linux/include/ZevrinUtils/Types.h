@@ -8,6 +8,7 @@
 #include <pthread.h>
 
 #define WINAPI
+#define CALLBACK
 #ifndef FALSE
 #define FALSE 0
 #define TRUE 1
@@ -23,6 +24,12 @@ using ULONG = std::uint32_t;
 using LONGLONG = std::int64_t;
 using ULONGLONG = std::uint64_t;
 using HRESULT = LONG;
+using WCHAR = std::uint16_t;   // text of this width is UTF-16
+using LPWSTR = WCHAR*;
+using LPCWSTR = const WCHAR*;
+using LONG_PTR = std::intptr_t;
+using WPARAM = std::uintptr_t;
+using LPARAM = std::intptr_t;
 using LRESULT = std::intptr_t;
 using LPSTR = char*;
 using LPCSTR = const char*;
@@ -33,7 +40,8 @@ using SIZE_T = std::size_t;
 using DWORD_PTR = std::uintptr_t;
 using HANDLE = void*;
 using HMODULE = void*;
-using HWND = void*;
+using HWND = struct HWND__*;
+using WNDPROC = LRESULT (*)(HWND hWindow, UINT nMessage, WPARAM wParam, LPARAM lParam);
 
 // A key of the registry, and the root of those that belong to the machine. What the exported names of both targets
 // say of a key is the same. NOLINTNEXTLINE(bugprone-reserved-identifier)

@@ -1,0 +1,26 @@
+/// @file
+/// CInterfacePtr: owns a reference to an object of the shell.
+#pragma once
+
+template <class Interface>
+class CInterfacePtr
+{
+public:
+    CInterfacePtr() noexcept = default;
+    ~CInterfacePtr()
+    {
+        if (m_pInterface)
+            m_pInterface->Release();
+    }
+    CInterfacePtr(const CInterfacePtr&) = delete;
+    CInterfacePtr& operator=(const CInterfacePtr&) = delete;
+
+    /// For a call that gives a reference. Only while there is none.
+    Interface** operator&() noexcept { return &m_pInterface; }
+
+    Interface* operator->() const noexcept { return m_pInterface; }
+    explicit operator bool() const noexcept { return m_pInterface != nullptr; }
+
+private:
+    Interface* m_pInterface = nullptr;
+};

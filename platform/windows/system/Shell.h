@@ -1,0 +1,5 @@
+#pragma once
+
+#include "ZevrinUtils/ShellTypes.h"
+
+#include <shlwapi.h>
