@@ -23,7 +23,7 @@ struct ShellCalls
     PLATFORM_CALL(StrRetToBufA);
 };
 
-inline const ShellCalls& Shell() noexcept
+inline const ShellCalls& ShellService() noexcept
 {
     return PlatformService<ShellCalls>::InForce();
 }

@@ -25,7 +25,7 @@ constexpr char s_szNotFound[] = "The folder %s could not be found.\r\nPlease che
 CFolderDialog::CFolderDialog(CWnd* pParent)
 {
     m_oBrowseInfo.hwndOwner = pParent->m_hWnd;
-    Shell().SHGetDesktopFolder(&m_pDesktopFolder);
+    ShellService().SHGetDesktopFolder(&m_pDesktopFolder);
 }
 
 CFolderDialog::~CFolderDialog() = default;
@@ -51,7 +51,7 @@ const ITEMIDLIST* CFolderDialog::BrowseForFolder(const char* pszTitle, unsigned 
     m_oBrowseInfo.lpfn = &CallbackProc;
     m_oBrowseInfo.lParam = reinterpret_cast<LPARAM>(this);
     m_bBrowseOption = nOption;
-    const ITEMIDLIST* const pChosen = Shell().SHBrowseForFolderA(&m_oBrowseInfo);
+    const ITEMIDLIST* const pChosen = ShellService().SHBrowseForFolderA(&m_oBrowseInfo);
     m_strDisplayName.ReleaseBuffer();
     return pChosen;
 }
@@ -94,7 +94,7 @@ CString CFolderDialog::GetDisplayName()
 CString CFolderDialog::GetPathName(const ITEMIDLIST* pItem)
 {
     CString strPath;
-    Shell().SHGetPathFromIDListA(pItem, strPath.GetBuffer(nPathSize));
+    ShellService().SHGetPathFromIDListA(pItem, strPath.GetBuffer(nPathSize));
     strPath.ReleaseBuffer();
     return strPath;
 }
@@ -105,7 +105,7 @@ CString CFolderDialog::GetDisplayNameOf(IShellFolder* pFolder, const ITEMIDLIST*
     STRRET oName{};
     oName.uType = STRRET_CSTR;
     if (SUCCEEDED(pFolder->GetDisplayNameOf(pItem, static_cast<DWORD>(nFlags), &oName)))
-        Shell().StrRetToBufA(&oName, pItem, strText.GetBuffer(nPathSize), nPathSize);
+        ShellService().StrRetToBufA(&oName, pItem, strText.GetBuffer(nPathSize), nPathSize);
     strText.ReleaseBuffer();
     return strText;
 }
@@ -113,7 +113,7 @@ CString CFolderDialog::GetDisplayNameOf(IShellFolder* pFolder, const ITEMIDLIST*
 void CFolderDialog::FreePIDL(const ITEMIDLIST* pItem)
 {
     CInterfacePtr<IMalloc> pMalloc;
-    Shell().SHGetMalloc(&pMalloc);
+    ShellService().SHGetMalloc(&pMalloc);
     if (pMalloc)
         pMalloc->Free(const_cast<ITEMIDLIST*>(pItem));
 }
@@ -134,16 +134,10 @@ int CFolderDialog::OnMessage(unsigned int nMessage, long nValue)
 {
     switch (nMessage)
     {
-        case BFFM_INITIALIZED:
-            OnInitialized();
-            return 0;
-        case BFFM_SELCHANGED:
-            OnSelChanged(reinterpret_cast<const ITEMIDLIST*>(nValue));
-            return 0;
-        case BFFM_VALIDATEFAILEDA:
-            return OnValidateFailed(reinterpret_cast<const char*>(nValue));
-        default:
-            return 0;
+    case BFFM_INITIALIZED: OnInitialized(); return 0;
+    case BFFM_SELCHANGED: OnSelChanged(reinterpret_cast<const ITEMIDLIST*>(nValue)); return 0;
+    case BFFM_VALIDATEFAILEDA: return OnValidateFailed(reinterpret_cast<const char*>(nValue));
+    default: return 0;
     }
 }
 
@@ -193,7 +187,7 @@ void CFolderDialog::SetOKText(const unsigned short* pszText)
 ITEMIDLIST* CFolderDialog::ConvertPathToLpItemIdList(const char* pszPath)
 {
     CInterfacePtr<IShellFolder> pDesktop;
-    if (!SUCCEEDED(Shell().SHGetDesktopFolder(&pDesktop)))
+    if (!SUCCEEDED(ShellService().SHGetDesktopFolder(&pDesktop)))
         return nullptr;
     WCHAR szPath[nPathSize + 1] = {};   // a path that fills it has its zero all the same
     Text().MultiByteToWideChar(CP_ACP, MB_PRECOMPOSED, pszPath, -1, szPath, nPathSize);

@@ -53,7 +53,8 @@ need_windows_build() {
 
 # What the tests use beside the compiler.
 need_test_parts() {
-    need_packages acl curl dnsmasq-base iproute2 nginx-light openssl python3 squid util-linux
+    need_packages acl curl dnsmasq-base fonts-dejavu-core iproute2 libgtk-3-dev nginx-light openssl python3 squid util-linux \
+        xdotool xvfb
 }
 
 # A Wine that runs 32-bit programs: the machine's own, or one in a root directory of its own.

@@ -39,6 +39,7 @@ void AddListen(CLI::App& oApp, Action& action);
 void AddMail(CLI::App& oApp, Action& action);
 void AddOnline(CLI::App& oApp, Action& action);
 void AddPassword(CLI::App& oApp, Action& action);
+void AddPickFolder(CLI::App& oApp, Action& action);
 void AddRegistry(CLI::App& oApp, Action& action);
 void AddResolve(CLI::App& oApp, Action& action);
 void AddRights(CLI::App& oApp, Action& action);

@@ -25,6 +25,7 @@ int Run(int nArguments, char** ppArguments)
     AddMail(oApp, action);
     AddOnline(oApp, action);
     AddPassword(oApp, action);
+    AddPickFolder(oApp, action);
     AddRegistry(oApp, action);
     AddResolve(oApp, action);
     AddRights(oApp, action);

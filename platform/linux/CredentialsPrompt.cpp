@@ -1,6 +1,10 @@
 #include "CredentialsPrompt.h"
 
+#include "Desktop.h"
+
 #include <cerrno>
+#include <cstdlib>
+#include <memory>
 #include <mutex>
 
 #include <fcntl.h>
@@ -76,9 +80,18 @@ private:
     bool m_bUsable = false;
     termios m_oModeBefore{};
 };
+
+std::optional<Credentials> AskInWindow(const DesktopCalls& oDesktop, const std::string& strWhat)
+{
+    char* pszUser = nullptr;
+    char* pszPassword = nullptr;
+    if (!oDesktop.pfnAskForCredentials(strWhat.c_str(), &pszUser, &pszPassword))
+        return std::nullopt;
+    const std::unique_ptr<char, decltype(&std::free)> oUser(pszUser, &std::free), oPassword(pszPassword, &std::free);
+    return pszUser && pszPassword ? std::optional(Credentials{pszUser, pszPassword}) : std::nullopt;
 }
 
-std::optional<Credentials> AskForCredentials(const std::string& strWhat)
+std::optional<Credentials> AskOnTerminal(const std::string& strWhat)
 {
     static std::mutex s_oOneAtATime;   // or two would put back each other's modes
     const std::lock_guard oHold(s_oOneAtATime);
@@ -92,4 +105,11 @@ std::optional<Credentials> AskForCredentials(const std::string& strWhat)
     if (!strPassword)
         return std::nullopt;
     return Credentials{std::move(*strUser), std::move(*strPassword)};
+}
+}
+
+std::optional<Credentials> AskForCredentials(const std::string& strWhat)
+{
+    const DesktopCalls* const pDesktop = Desktop();
+    return pDesktop ? AskInWindow(*pDesktop, strWhat) : AskOnTerminal(strWhat);
 }

@@ -10,6 +10,7 @@ struct Credentials
     std::string strPassword;
 };
 
-// Asks on the process's terminal, without showing the password. Nothing if the user cancels (Ctrl-C, Ctrl-D or an
-// empty name), or if there is no terminal, or the process does not hold its foreground.
+// Asks in a window; where there is none to be had, on the process's terminal, without showing the password. Nothing if
+// the user cancels (on a terminal by Ctrl-C, Ctrl-D or an empty name), or if there is neither, or the process does not
+// hold its terminal's foreground.
 std::optional<Credentials> AskForCredentials(const std::string& strWhat);

@@ -4,6 +4,7 @@
 #include "ZevrinUtils/CritSection.h"
 #include "ZevrinUtils/DNSResolver.h"
 #include "ZevrinUtils/Folder.h"
+#include "ZevrinUtils/FolderDialog.h"
 #include "ZevrinUtils/Generators.h"
 #include "ZevrinUtils/HttpServices.h"
 #include "ZevrinUtils/PortListener.h"
@@ -86,6 +87,17 @@ struct Base64CoderPeer : Base64Coder
     static void Expect();
 };
 
+struct CFolderDialogPeer : CFolderDialog
+{
+    using F = CFolderDialog;
+    using F::OnInitialized, F::OnMessage, F::OnSelChanged, F::OnValidateFailed;
+    static_assert(!bWindows32 || (sizeof(CWnd) == 12 && offsetof(F, m_oBrowseInfo) == 12));
+    static_assert(!bWindows32 || (offsetof(F, m_strDisplayName) == 44 && offsetof(F, m_bBrowseOption) == 68));
+    static_assert(!bWindows32 || (offsetof(F, m_pDesktopFolder) == 72 && offsetof(F, m_strStartFolder) == 76));
+    static_assert(!bWindows32 || (offsetof(F, m_strCurrentFolder) == 100 && offsetof(F, m_bFolderTyped) == 124));
+    static_assert(!bWindows32 || sizeof(F) == 128);
+};
+
 struct CSIMapiPeer
 {
     using M = CSIMapi;
@@ -148,5 +160,10 @@ TEST(Layout, VirtualOperationsStandInTheirSlots)
     EXPECT_EQ(SlotOf(&CHTTPRequestObserver::OnDialogShown), 4u);
     EXPECT_EQ(SlotOf(&CSFolderConsumer::OnFolderFound), 0u);
     EXPECT_EQ(SlotOf(&CConfigParamsPeer::OpenKeys), 2u);
+    // Behind the window's.
+    EXPECT_EQ(SlotOf(&CFolderDialogPeer::OnMessage), 3u);
+    EXPECT_EQ(SlotOf(&CFolderDialogPeer::OnInitialized), 4u);
+    EXPECT_EQ(SlotOf(&CFolderDialogPeer::OnSelChanged), 5u);
+    EXPECT_EQ(SlotOf(&CFolderDialogPeer::OnValidateFailed), 6u);
     Base64CoderPeer::Expect();
 }

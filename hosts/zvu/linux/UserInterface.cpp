@@ -1,0 +1,7 @@
+#include "../UserInterface.h"
+
+// Linux has nothing to start.
+bool StartUserInterface()
+{
+    return true;
+}

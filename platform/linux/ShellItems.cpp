@@ -1,0 +1,60 @@
+#include "ShellItems.h"
+
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+
+namespace
+{
+constexpr std::size_t nLengthSize = sizeof(WORD);
+constexpr std::size_t nMostInItem = 0xFFFF - nLengthSize;
+
+WORD LengthAt(const BYTE* pItem)
+{
+    WORD nLength = 0;
+    std::memcpy(&nLength, pItem, nLengthSize);
+    return nLength;
+}
+
+void Append(std::basic_string<BYTE>& oBytes, const std::string& strName)
+{
+    const auto nLength = static_cast<WORD>(nLengthSize + strName.size());
+    BYTE abLength[nLengthSize];
+    std::memcpy(abLength, &nLength, nLengthSize);
+    oBytes.append(abLength, nLengthSize).append(strName.begin(), strName.end());
+}
+}
+
+ITEMIDLIST* ItemsOf(const std::string& strPath)
+{
+    std::basic_string<BYTE> oBytes;
+    for (const auto& oPart : std::filesystem::path(strPath).lexically_normal())
+    {
+        if (oPart.native().size() > nMostInItem)
+            return nullptr;
+        if (!oPart.empty())   // what stands behind a last slash
+            Append(oBytes, oPart.native());
+    }
+    oBytes.append(nLengthSize, 0);
+    auto* const pItems = static_cast<ITEMIDLIST*>(std::malloc(oBytes.size()));
+    if (pItems)
+        std::memcpy(pItems, oBytes.data(), oBytes.size());
+    return pItems;
+}
+
+std::string PathOf(const ITEMIDLIST& oItems)
+{
+    std::filesystem::path oPath;
+    const auto* pItem = reinterpret_cast<const BYTE*>(&oItems);
+    for (std::size_t nLength; (nLength = LengthAt(pItem)) != 0; pItem += nLength)
+        oPath /= std::string(pItem + nLengthSize, pItem + nLength);
+    return oPath.string();
+}
+
+std::string ShownName(const std::string& strPath)
+{
+    if (strPath.empty())
+        return "Desktop";
+    const std::string strName = std::filesystem::path(strPath).filename().string();
+    return strName.empty() ? strPath : strName;
+}

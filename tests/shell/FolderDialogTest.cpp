@@ -1,0 +1,215 @@
+#include "ZevrinUtils/FolderDialog.h"
+
+#include "platform/Files.h"
+#include "platform/Shell.h"
+#include "platform/UserInterface.h"
+#include "shell/LastFolder.h"
+#include "support/Substitution.h"
+
+#include <cstring>
+#include <functional>
+
+#include <gtest/gtest.h>
+
+namespace
+{
+using Browser = std::function<const ITEMIDLIST*(BROWSEINFOA&)>;
+Browser s_browse;
+std::string s_strSeen;   // by the shell and the windows
+HWND s_hWindow = reinterpret_cast<HWND>(std::uintptr_t{0x100});
+WNDPROC s_pfnProcedure;
+HANDLE s_hObject;
+
+// An item of this shell is its path.
+const ITEMIDLIST* Item(const char* pszPath)
+{
+    return reinterpret_cast<const ITEMIDLIST*>(pszPath);
+}
+
+int Tell(const BROWSEINFOA& oInfo, UINT nMessage, const void* pValue = nullptr)
+{
+    return oInfo.lpfn(s_hWindow, nMessage, reinterpret_cast<LPARAM>(pValue), oInfo.lParam);
+}
+
+// A shell without a display, and a window that is not there: the browser of a run is a function of the test's.
+class FolderDialogTest : public testing::Test
+{
+protected:
+    FolderDialogTest()
+    {
+        s_strSeen.clear();
+        g_strLastFolder.Empty();
+        s_browse = [](BROWSEINFOA&) { return nullptr; };
+    }
+
+    const Substitution<ShellCalls> m_oShell{[](ShellCalls& oCalls) {
+        oCalls.SHBrowseForFolderA = [](BROWSEINFOA* pInfo) WINAPI {
+            char szFlags[16];
+            std::snprintf(szFlags, sizeof szFlags, "%x", static_cast<unsigned>(pInfo->ulFlags));
+            s_strSeen += std::string("browse ") + pInfo->lpszTitle + ' ' + szFlags + ';';
+            return const_cast<ITEMIDLIST*>(s_browse(*pInfo));
+        };
+        oCalls.SHGetPathFromIDListA = [](const ITEMIDLIST* pItem, LPSTR pszPath) WINAPI -> BOOL {
+            std::strcpy(pszPath, pItem ? reinterpret_cast<const char*>(pItem) : "");
+            return pItem != nullptr;
+        };
+    }};
+    const Substitution<UserInterfaceCalls> m_oWindows{[](UserInterfaceCalls& oCalls) {
+        oCalls.SendMessageA = [](HWND, UINT nMessage, WPARAM wParam, LPARAM lParam) WINAPI {
+            const bool bText = nMessage == BFFM_SETSELECTIONA;
+            s_strSeen += "send " + std::to_string(nMessage) + ' ' + std::to_string(wParam) + ' ' +
+                         (bText ? reinterpret_cast<const char*>(lParam) : std::to_string(lParam)) + ';';
+            return LRESULT{0};
+        };
+        oCalls.GetWindowTextLengthA = [](HWND) WINAPI { return 7; };
+        oCalls.GetWindowTextA = [](HWND, LPSTR pszText, int nSize) WINAPI {
+            return std::snprintf(pszText, static_cast<std::size_t>(nSize), "Caption");
+        };
+        oCalls.MessageBoxA = [](HWND hOwner, LPCSTR pszText, LPCSTR pszCaption, UINT nStyle) WINAPI {
+            EXPECT_EQ(hOwner, s_hWindow);
+            s_strSeen += std::string(pszText) + '|' + pszCaption + '|' + std::to_string(nStyle) + ';';
+            return 1;
+        };
+        oCalls.SetPropA = [](HWND, LPCSTR, HANDLE hValue) WINAPI -> BOOL { return s_hObject = hValue, TRUE; };
+        oCalls.GetPropA = [](HWND, LPCSTR) WINAPI { return s_hObject; };
+        oCalls.RemovePropA = [](HWND, LPCSTR) WINAPI { return std::exchange(s_hObject, nullptr); };
+        oCalls.SetWindowLongPtrA = [](HWND, int, LONG_PTR nValue) WINAPI {
+            return reinterpret_cast<LONG_PTR>(std::exchange(s_pfnProcedure, reinterpret_cast<WNDPROC>(nValue)));
+        };
+        oCalls.CallWindowProcA = [](WNDPROC, HWND, UINT nMessage, WPARAM, LPARAM) WINAPI {
+            s_strSeen += "own " + std::to_string(nMessage) + ';';
+            return LRESULT{5};
+        };
+        s_pfnProcedure = [](HWND, UINT, WPARAM, LPARAM) CALLBACK { return LRESULT{0}; };
+    }};
+    const Substitution<FileCalls> m_oFiles{[](FileCalls& oCalls) {
+        oCalls.GetFileAttributesA = [](LPCSTR pszPath) WINAPI -> DWORD {
+            return std::strstr(pszPath, "missing") ? INVALID_FILE_ATTRIBUTES : FILE_ATTRIBUTE_NORMAL;
+        };
+    }};
+    CWnd m_oParent;
+    CFolderDialog m_oDialog{&m_oParent};
+};
+
+const ITEMIDLIST* const s_pPicked = Item("C:\\picked");
+const std::string s_strMissing = "The folder %missing%s could not be found.\r\nPlease check the path and folder name "
+                                 "or select an existing folder, then try again.|Caption|16;";
+}
+
+TEST_F(FolderDialogTest, EachEntryPointBrowsesInItsOwnWay)
+{
+    EXPECT_EQ(m_oDialog.GetFolder(), "");
+    s_browse = [](BROWSEINFOA& oInfo) {
+        Tell(oInfo, BFFM_INITIALIZED);
+        std::strcpy(oInfo.pszDisplayName, "shown");
+        EXPECT_EQ(Tell(oInfo, 4, "x"), 0);
+        return s_pPicked;
+    };
+    EXPECT_EQ(m_oDialog.GetFolder("t"), "C:\\picked");
+    EXPECT_EQ(m_oDialog.GetFolder("t", "C:\\start"), "C:\\picked");
+    EXPECT_EQ(m_oDialog.BrowseForFolder("b"), s_pPicked);
+    m_oDialog.BrowseForFolder("r", CString(""));
+    m_oDialog.BrowseForFolder("f", 3, nullptr, 1);
+    EXPECT_EQ(m_oDialog.GetDisplayName(), "shown");
+    EXPECT_EQ(s_strSeen, "browse Pick a folder, dude! 5;browse t 75;browse t 75;send 1126 1 C:\\start;browse b 75;send "
+                         "1126 1 C:\\start;browse r 8055;send 1126 1 C:\\start;browse f 3;send 1126 1 C:\\start;");
+    EXPECT_EQ(g_strLastFolder, "");
+}
+
+TEST_F(FolderDialogTest, GetValidFolder_HonoursTypedPathsAndRemembersTheLastFolder)
+{
+    struct Row
+    {
+        std::function<void(BROWSEINFOA&)> act;
+        const char *pszChosen, *pszAnswer, *pszLast;
+        std::string strSeen;
+    };
+    const auto choose = [](const char* psz) {
+        return [psz](BROWSEINFOA& oInfo) { EXPECT_EQ(Tell(oInfo, BFFM_SELCHANGED, psz), 0); };
+    };
+    const auto type = [](const char* psz, int nAnswer) {
+        return [psz, nAnswer](BROWSEINFOA& oInfo) { EXPECT_EQ(Tell(oInfo, BFFM_VALIDATEFAILEDA, psz), nAnswer); };
+    };
+    for (const Row& o : std::initializer_list<Row>{
+             {[](BROWSEINFOA&) {}, nullptr, "", "\\", ""},
+             {[](BROWSEINFOA& oInfo) { Tell(oInfo, BFFM_INITIALIZED); }, nullptr, "", "\\", "send 1126 1 \\;"},
+             {choose("C:\\Temp"), "C:\\Temp", "C:\\Temp", "C:\\Temp\\", ""},
+             {[](BROWSEINFOA& oInfo) { Tell(oInfo, BFFM_INITIALIZED); }, nullptr, "", "C:\\Temp\\",
+              "send 1126 1 C:\\Temp\\;"},
+             {choose("C:\\"), "C:\\", "C:\\", "C:\\", ""},
+             {type("C:\\a file", 0), nullptr, "C:\\a file", "C:\\a file\\", ""},
+             {type("%missing%s", 1), nullptr, "", "C:\\a file\\", ""},
+             {[&](BROWSEINFOA& oInfo) {
+                  type("%missing%s", 1)(oInfo);
+                  choose("D:\\clicked")(oInfo);
+              },
+              "D:\\clicked", "D:\\clicked", "D:\\clicked\\", ""}})
+    {
+        s_browse = [&](BROWSEINFOA& oInfo) {
+            s_strSeen.clear();
+            o.act(oInfo);
+            return o.pszChosen ? Item(o.pszChosen) : nullptr;
+        };
+        EXPECT_EQ(m_oDialog.GetValidFolder("t", true), o.pszAnswer);
+        EXPECT_EQ(g_strLastFolder, o.pszLast);
+        EXPECT_TRUE(o.strSeen.empty() || s_strSeen == o.strSeen) << s_strSeen;
+        EXPECT_TRUE(s_strSeen.find("missing") == std::string::npos || s_strSeen == s_strMissing) << s_strSeen;
+    }
+    // Typed, but asked for by an operation that looks at the item alone.
+    s_browse = [&](BROWSEINFOA& oInfo) { return type("C:\\a file", 0)(oInfo), nullptr; };
+    EXPECT_EQ(m_oDialog.GetFolder("t"), "");
+}
+
+TEST_F(FolderDialogTest, TheBrowserIsTheObjectsWindowUntilItsEnd)
+{
+    struct Hooked : CFolderDialog
+    {
+        using CFolderDialog::CFolderDialog;
+        void OnSelChanged(const ITEMIDLIST*) override
+        {
+            EnableOK(0);
+            SetOKText(nullptr);
+        }
+    } oDialog(&m_oParent);
+    for (const std::uintptr_t nWindow : {0x200, 0x300})
+    {
+        s_hWindow = reinterpret_cast<HWND>(nWindow);
+        s_browse = [&](BROWSEINFOA& oInfo) {
+            Tell(oInfo, BFFM_SELCHANGED);
+            EXPECT_EQ(oDialog.m_hWnd, s_hWindow);
+            EXPECT_EQ(s_hObject, static_cast<CWnd*>(&oDialog));
+            EXPECT_EQ(s_pfnProcedure(s_hWindow, 7, 0, 0), 5);
+            if (nWindow == 0x300)
+                s_pfnProcedure(s_hWindow, 0x82, 0, 0);
+            return nullptr;
+        };
+        s_strSeen.clear();
+        EXPECT_EQ(oDialog.BrowseForFolder("t"), nullptr);
+        EXPECT_TRUE(s_strSeen.starts_with("browse t 75;send 1125 0 0;send 1129 0 0;own 7;")) << s_strSeen;
+    }
+    EXPECT_EQ(oDialog.m_hWnd, nullptr);
+    EXPECT_EQ(s_hObject, nullptr);
+}
+
+// The system's own shell, as far as it needs no display.
+TEST(ShellItems, NameWhatLiesAtAPath)
+{
+    struct Dialog : CFolderDialog
+    {
+        using CFolderDialog::CFolderDialog;
+        using CFolderDialog::ConvertPathToLpItemIdList;
+    };
+    CWnd oParent;
+    Dialog oDialog(&oParent);
+    CInterfacePtr<IShellFolder> pDesktop;
+    ShellService().SHGetDesktopFolder(&pDesktop);
+    const bool bWindows = sizeof(wchar_t) == 2;
+    const char* const szFolder = bWindows ? "C:\\windows\\system32" : "/usr/share";
+    const ITEMIDLIST* const pItem = oDialog.ConvertPathToLpItemIdList(szFolder);
+    ASSERT_NE(pItem, nullptr);
+    EXPECT_STREQ(CFolderDialog::GetPathName(pItem), szFolder);
+    EXPECT_EQ(CFolderDialog::GetDisplayNameOf(pDesktop.operator->(), pItem, 0x8000), szFolder);
+    CFolderDialog::FreePIDL(pItem);
+    EXPECT_EQ(CFolderDialog::GetPathName(nullptr), "");
+    EXPECT_EQ(oDialog.ConvertPathToLpItemIdList(bWindows ? "C:\\no such" : "/no such"), nullptr);
+}
