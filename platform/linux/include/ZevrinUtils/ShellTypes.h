@@ -9,7 +9,7 @@ struct SHITEMID
     WORD cb;
     BYTE abID[1];
 };
-struct _ITEMIDLIST
+struct _ITEMIDLIST   // NOLINT(bugprone-reserved-identifier): exported names hold it
 {
     SHITEMID mkid;
 };
