@@ -175,6 +175,6 @@ int main(int nArguments, char** ppArguments)
         RegisterMemory(oTable, nSize, oKeptPlain, oKeptText);
     }
     benchmark::RunSpecifiedBenchmarks(&oTable);
-    MeasureFiles(oTable, nArguments > 1 ? std::strtoul(ppArguments[1], nullptr, 10) : 1024);
+    MeasureFiles(oTable, nArguments > 1 ? std::strtoul(ppArguments[1], nullptr, 10) : Amount(1024));
     oTable.Print();
 }

@@ -18,10 +18,10 @@ namespace
 namespace fs = std::filesystem;
 using Clock = std::chrono::steady_clock;
 
-constexpr int nFolders = 500;
+const std::size_t nFolders = Amount(500);
 constexpr int nFilesInEach = 100;
 constexpr int nRounds = 7;
-constexpr std::uintmax_t nLargeSize = 2ull << 30;
+const std::uintmax_t nLargeSize = Amount(2ull << 30);
 
 void Require(bool bSucceeded, const std::string& strWhat)
 {
@@ -33,7 +33,7 @@ void Require(bool bSucceeded, const std::string& strWhat)
 
 void PlantTree(const fs::path& oRoot)
 {
-    for (int nFolder = 0; nFolder < nFolders; ++nFolder)
+    for (std::size_t nFolder = 0; nFolder < nFolders; ++nFolder)
     {
         const fs::path oFolder = oRoot / std::to_string(nFolder % 20) / std::to_string(nFolder);
         fs::create_directories(oFolder);
@@ -98,7 +98,7 @@ std::vector<Case> CasesIn(const fs::path& oRoot)
     const auto size = [strTree] {
         long nKilobytes = 0;
         CSFolder::GetFolderSize(strTree.c_str(), nKilobytes);
-        Require(nKilobytes == nFolders * (nFilesInEach * 200 / 1024), "a wrong size");
+        Require(nKilobytes == static_cast<long>(nFolders) * (nFilesInEach * 200 / 1024), "a wrong size");
     };
     const auto command = [](const std::string& str) { return [str] { Run(str); }; };
     // Each round deletes what it has copied.
