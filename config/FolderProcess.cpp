@@ -55,7 +55,7 @@ bool CSFolder::XCopyFolder(const char* pszSource, const char* pszDestination, st
     if (!pszSource || !pszDestination)
         return false;
     CString strCommandLine;
-    strCommandLine.Format("xcopy \"%s\" \"%s\" /ISOQ", pszSource, pszDestination);
+    strCommandLine.Format(R"(xcopy "%s" "%s" /ISOQ)", pszSource, pszDestination);
     CreateProcessAndWait(nullptr, strCommandLine, nullptr);
     return true;   // however it went
 }

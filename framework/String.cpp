@@ -77,13 +77,13 @@ CString& CString::operator+=(char chMore)
 
 void CString::Format(const char* pszFormat, ...)
 {
-    std::va_list oArguments, oAgain;
+    std::va_list oArguments;
     va_start(oArguments, pszFormat);
-    va_copy(oAgain, oArguments);
-    const int nLength = std::max(std::vsnprintf(nullptr, 0, pszFormat, oArguments), 0);
-    m_strText.resize(static_cast<std::size_t>(nLength));
-    std::vsnprintf(m_strText.data(), m_strText.size() + 1, pszFormat, oAgain);
-    va_end(oAgain);
+    const int nLength = std::vsnprintf(nullptr, 0, pszFormat, oArguments);
+    va_end(oArguments);
+    m_strText.resize(static_cast<std::size_t>(std::max(nLength, 0)));
+    va_start(oArguments, pszFormat);
+    std::vsnprintf(m_strText.data(), m_strText.size() + 1, pszFormat, oArguments);
     va_end(oArguments);
 }
 

@@ -16,7 +16,7 @@ struct Account
     acl_tag_t nTag;
     id_t nId = 0;
 
-    auto operator<=>(const Account&) const = default;
+    auto operator<=>(const Account&) const = default;   // NOLINT(modernize-use-nullptr): of the compiler's own
 };
 
 // A SID in its binary form; none for a text that is none. The letters of the well-known ones stand for them too.

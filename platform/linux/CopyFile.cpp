@@ -2,9 +2,9 @@
 #include "Paths.h"
 
 #include <algorithm>
+#include <climits>
 
 #include <fcntl.h>
-#include <limits.h>
 
 namespace
 {

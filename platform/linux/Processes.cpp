@@ -7,10 +7,10 @@
 
 #include <algorithm>
 #include <chrono>
+#include <csignal>
 #include <mutex>
 #include <thread>
 
-#include <signal.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -75,6 +75,7 @@ public:
     int Start(bool bSearch, const char* pszProgram, std::vector<std::string>& oArguments, pid_t& nId) const
     {
         std::vector<char*> apszArguments;
+        apszArguments.reserve(oArguments.size() + 1);
         for (auto& strArgument : oArguments)
             apszArguments.push_back(strArgument.data());
         apszArguments.push_back(nullptr);
