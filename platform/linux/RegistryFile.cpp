@@ -8,8 +8,10 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <vector>
 
 #include <fcntl.h>
+#include <pwd.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -29,7 +31,6 @@ constexpr off_t nPageSize = 4096;
 // front; it and "folded" are in capitals, and the names are as they were first spelled.
 const char szSchema[] = R"(
     PRAGMA page_size = 4096;
-    PRAGMA journal_mode = WAL;
     PRAGMA application_id = 0x5A565552;
     BEGIN;
     CREATE TABLE keys (
@@ -60,12 +61,29 @@ bool CanWrite(std::filesystem::path oPath)
     return faccessat(AT_FDCWD, oPath.c_str(), W_OK, AT_EACCESS) == 0;
 }
 
+// An account's own variables must not lead a program that runs with another's rights.
+std::filesystem::path FolderOfVariable(const char* pszName)
+{
+    const char* const pszFolder = secure_getenv(pszName);
+    return pszFolder && *pszFolder == '/' ? pszFolder : "";
+}
+
+std::filesystem::path HomeOfAccount()
+{
+    std::vector<char> achTexts(1024);
+    passwd oAccount;
+    passwd* pFound = nullptr;
+    while (::getpwuid_r(::geteuid(), &oAccount, achTexts.data(), achTexts.size(), &pFound) == ERANGE)
+        achTexts.resize(achTexts.size() * 2);
+    return pFound && pFound->pw_dir && *pFound->pw_dir == '/' ? pFound->pw_dir : "/";
+}
+
 std::filesystem::path UserPath()
 {
-    if (const char* const pszData = std::getenv("XDG_DATA_HOME"); pszData && *pszData == '/')
-        return std::filesystem::path(pszData) / szUserPath;
-    const char* const pszHome = std::getenv("HOME");
-    return std::filesystem::path(pszHome ? pszHome : "/") / ".local/share" / szUserPath;
+    if (const auto oData = FolderOfVariable("XDG_DATA_HOME"); !oData.empty())
+        return oData / szUserPath;
+    const auto oHome = FolderOfVariable("HOME");
+    return (oHome.empty() ? HomeOfAccount() : oHome) / ".local/share" / szUserPath;
 }
 
 Descriptor OpenForReading(const char* pszPath, int nFlags)
@@ -75,19 +93,57 @@ Descriptor OpenForReading(const char* pszPath, int nFlags)
         throw RegistryFailure{ErrorOfErrno(errno)};
     return oFile;
 }
+
+bool HoldsBytes(const std::string& strPath)
+{
+    struct stat oStatus;
+    return ::stat(strPath.c_str(), &oStatus) == 0 && oStatus.st_size > 0;
+}
+
+void RemoveJournals(const std::string& strPath)
+{
+    for (const char* pszEnd : {"-journal", "-wal", "-shm"})
+        ::unlink((strPath + pszEnd).c_str());
+}
+
+// A database in the making. What a process left of one is removed before, and this one's unless it was renamed after.
+struct Unfinished
+{
+    explicit Unfinished(std::string str) : strPath(std::move(str)) { Remove(); }
+    ~Unfinished() { Remove(); }
+    Unfinished(const Unfinished&) = delete;
+    Unfinished& operator=(const Unfinished&) = delete;
+
+    void Remove() const
+    {
+        ::unlink(strPath.c_str());
+        RemoveJournals(strPath);
+    }
+
+    const std::string strPath;
+};
+
+// Replaces nothing. Some file systems know only the one way of that, some only the other.
+void Rename(const char* pszFrom, const char* pszTo)
+{
+    if (::renameat2(AT_FDCWD, pszFrom, AT_FDCWD, pszTo, RENAME_NOREPLACE) == 0)
+        return;
+    if (errno == EEXIST || ::link(pszFrom, pszTo) != 0)
+        throw RegistryFailure{ErrorOfErrno(errno)};
+}
 }
 
 std::string RegistryPath()
 {
     std::error_code oIgnored;
-    // An account's own variables must not lead a program that runs with another's rights.
     if (const char* const pszPath = secure_getenv("ZEVRIN_REGISTRY"); pszPath && *pszPath)
         return std::filesystem::absolute(pszPath, oIgnored);
     const std::filesystem::path oMachine(szMachinePath);
     return CanWrite(oMachine) && CanWrite(oMachine.parent_path()) ? oMachine : UserPath();
 }
 
-// Made under another name and then linked, so that it is there whole or not at all, whenever the process ends.
+// Made under another name, so that it is there whole or not at all, whenever the process ends. The log comes last:
+// until then each step is in the file itself, and a full disk is noticed.
 void CreateRegistryFile(const std::string& strPath)
 {
     std::error_code oError;
@@ -102,24 +158,31 @@ void CreateRegistryFile(const std::string& strPath)
     if (std::filesystem::exists(strPath, oError))
         return;   // another process was faster
 
-    const std::string strNew = strPath + ".new";
-    // The journal of a database that somebody removed would be taken for the new one's.
-    for (const auto& strStale : {strNew, strNew + "-journal", strNew + "-wal", strPath + "-wal", strPath + "-shm"})
-        ::unlink(strStale.c_str());
-    SqliteConnection(strNew, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE).Execute(szSchema);
-    if (::link(strNew.c_str(), strPath.c_str()) != 0)
-        throw RegistryFailure{ErrorOfErrno(errno)};
-    ::unlink(strNew.c_str());
+    // The journals of a database that somebody removed would be taken for the new one's.
+    if (HoldsBytes(strPath + "-wal") || HoldsBytes(strPath + "-journal"))
+        throw RegistryFailure{ERROR_BADDB};
+    RemoveJournals(strPath);
+    const Unfinished oNew(strPath + ".new");
+    {
+        SqliteConnection oConnection(oNew.strPath, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+        oConnection.Execute(szSchema);
+        if (oConnection.QueryText("PRAGMA journal_mode = WAL") != "wal")
+            throw RegistryFailure{ERROR_REGISTRY_IO_FAILED};
+    }
+    Rename(oNew.strPath.c_str(), strPath.c_str());
 }
 
 void RequireRegistryFile(const std::string& strPath)
 {
+    // Asked first: a log is emptied only after all of it is in the file.
+    const bool bHasLog = HoldsBytes(strPath + "-wal");
     const Descriptor oFile = OpenForReading(strPath.c_str(), O_NONBLOCK);   // a pipe may lie there
     char achBytes[nIdPlace + sizeof anId];
     if (::read(oFile.Get(), achBytes, sizeof achBytes) != sizeof achBytes ||
         std::memcmp(achBytes, szMagic, sizeof szMagic) != 0 || std::memcmp(achBytes + nIdPlace, anId, sizeof anId) != 0)
         throw RegistryFailure{ERROR_NOT_REGISTRY_FILE};
+    // SQLite would take the rest of a page that is cut off as zero, unless the page is in the log.
     struct stat oStatus;
-    if (::fstat(oFile.Get(), &oStatus) != 0 || oStatus.st_size % nPageSize != 0)
-        throw RegistryFailure{ERROR_BADDB};   // SQLite would take the rest of a page that is cut off as zero
+    if (::fstat(oFile.Get(), &oStatus) != 0 || (!bHasLog && oStatus.st_size % nPageSize != 0))
+        throw RegistryFailure{ERROR_BADDB};
 }

@@ -40,7 +40,7 @@ public:
     std::int64_t CreateKey(std::int64_t nParent, std::string strParentPath, std::string_view strNames);
 
     std::optional<RegistryEntry> ReadValue(std::int64_t nKey, std::string_view strName);
-    void WriteValue(std::int64_t nKey, std::string_view strName, DWORD nType, std::basic_string_view<BYTE> oBytes);
+    void WriteValue(std::int64_t nKey, std::string_view strName, DWORD nType, std::span<const BYTE> oBytes);
     bool DeleteValue(std::int64_t nKey, std::string_view strName);   // false if there is none
 
     // Entry number N, in the order of the names in capitals.

@@ -1,9 +1,13 @@
 #include "Sqlite.h"
 
-#include "system/Errors.h"
+#include <chrono>
+#include <thread>
 
 namespace
 {
+constexpr auto nWait = std::chrono::milliseconds(1);
+constexpr int nMostWaits = 1000;
+
 struct Translation
 {
     int nResult;
@@ -16,6 +20,7 @@ constexpr Translation s_aTranslations[] = {
     {SQLITE_CORRUPT, ERROR_BADDB},
     {SQLITE_ERROR, ERROR_BADDB},   // our statements are sound, so its tables are not
     {SQLITE_FULL, ERROR_DISK_FULL},
+    {SQLITE_IOERR_SHMSIZE, ERROR_DISK_FULL},   // no room for the log's index
     {SQLITE_LOCKED, ERROR_BUSY},
     {SQLITE_NOMEM, ERROR_NOT_ENOUGH_MEMORY},
     {SQLITE_NOTADB, ERROR_NOT_REGISTRY_FILE},
@@ -29,12 +34,26 @@ void Check(int nResult)
     if (nResult != SQLITE_OK)
         ThrowSqliteFailure(nResult);
 }
+
+// Who may only read, and comes while another process changes the log's index, takes it for one that is damaged and
+// that it must not mend. A moment later it is whole.
+template <class Call>
+int OnceReadable(Call call)
+{
+    for (int nWaits = 0;; ++nWaits)
+    {
+        const int nResult = call();
+        if (nResult != SQLITE_READONLY_RECOVERY || nWaits == nMostWaits)
+            return nResult;
+        std::this_thread::sleep_for(nWait);
+    }
+}
 }
 
 void ThrowSqliteFailure(int nResult)
 {
     for (const auto& [nFrom, nTo] : s_aTranslations)
-        if (nFrom == (nResult & 0xFF))
+        if (nFrom == nResult || nFrom == (nResult & 0xFF))
             throw RegistryFailure{nTo};
     throw RegistryFailure{ERROR_REGISTRY_IO_FAILED};
 }
@@ -42,14 +61,14 @@ void ThrowSqliteFailure(int nResult)
 SqliteConnection::SqliteConnection(const std::string& strPath, int nFlags)
 {
     sqlite3* pConnection = nullptr;
-    const int nResult = sqlite3_open_v2(strPath.c_str(), &pConnection, nFlags | SQLITE_OPEN_NOMUTEX, nullptr);
+    const int nResult = sqlite3_open_v2(strPath.c_str(), &pConnection, nFlags | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
     m_pConnection.reset(pConnection);   // there is one after most failures too
     Check(nResult);
 }
 
 void SqliteConnection::Execute(const char* pszSql)
 {
-    Check(sqlite3_exec(Get(), pszSql, nullptr, nullptr, nullptr));
+    Check(OnceReadable([&] { return sqlite3_exec(Get(), pszSql, nullptr, nullptr, nullptr); }));
 }
 
 std::int64_t SqliteConnection::QueryNumber(const char* pszSql)
@@ -69,13 +88,15 @@ std::string SqliteConnection::QueryText(const char* pszSql)
 SqliteStatement::SqliteStatement(const SqliteConnection& oConnection, const char* pszSql)
 {
     sqlite3_stmt* pStatement = nullptr;
-    Check(sqlite3_prepare_v3(oConnection.Get(), pszSql, -1, SQLITE_PREPARE_PERSISTENT, &pStatement, nullptr));
+    Check(OnceReadable([&] {
+        return sqlite3_prepare_v3(oConnection.Get(), pszSql, -1, SQLITE_PREPARE_PERSISTENT, &pStatement, nullptr);
+    }));
     m_pStatement.reset(pStatement);
 }
 
 bool SqliteRun::Next()
 {
-    const int nResult = sqlite3_step(m_pStatement);
+    const int nResult = OnceReadable([this] { return sqlite3_step(m_pStatement); });
     if (nResult != SQLITE_ROW && nResult != SQLITE_DONE)
         ThrowSqliteFailure(nResult);
     return nResult == SQLITE_ROW;
@@ -98,7 +119,7 @@ void SqliteRun::Bind(int nIndex, std::string_view strText)
 }
 
 // Without bytes too it is a blob: a null pointer would be NULL.
-void SqliteRun::Bind(int nIndex, std::basic_string_view<BYTE> oBlob)
+void SqliteRun::Bind(int nIndex, std::span<const BYTE> oBlob)
 {
     const void* const pBytes = oBlob.empty() ? "" : static_cast<const void*>(oBlob.data());
     Check(sqlite3_bind_blob64(m_pStatement, nIndex, pBytes, oBlob.size(), SQLITE_STATIC));

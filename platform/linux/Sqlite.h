@@ -1,20 +1,16 @@
 // SQLite, with failures as exceptions and results that clean up after themselves.
 #pragma once
 
+#include "RegistryFailure.h"
 #include "ZevrinUtils/Types.h"
 
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 
 #include <sqlite3.h>
-
-// What ends a call of the registry: the number that its caller gets.
-struct RegistryFailure
-{
-    DWORD nError;
-};
 
 // For a result code of SQLite that is no success.
 [[noreturn]] void ThrowSqliteFailure(int nResult);
@@ -82,7 +78,7 @@ public:
 private:
     void Bind(int nIndex, std::int64_t nValue);
     void Bind(int nIndex, std::string_view strText);
-    void Bind(int nIndex, std::basic_string_view<BYTE> oBlob);
+    void Bind(int nIndex, std::span<const BYTE> oBlob);
 
     sqlite3_stmt* m_pStatement;
 };
