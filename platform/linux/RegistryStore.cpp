@@ -39,7 +39,7 @@ SqliteConnection Connect(const std::string& strPath)
     oConnection.Execute("PRAGMA synchronous = NORMAL; PRAGMA cell_size_check = ON; PRAGMA journal_size_limit = 0");
     if (oConnection.QueryNumber("PRAGMA user_version") != nRegistryVersion)
         throw RegistryFailure{ERROR_NOT_REGISTRY_FILE};
-    if (oConnection.QueryText("PRAGMA quick_check(1)") != "ok")
+    if (oConnection.QueryText("PRAGMA integrity_check(1)") != "ok")
         throw RegistryFailure{ERROR_BADDB};
     sqlite3_db_config(oConnection.Get(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 0, nullptr);
     return oConnection;
@@ -110,7 +110,7 @@ std::optional<RegistryEntry> RegistryStore::ReadValue(std::int64_t nKey, std::st
 }
 
 void RegistryStore::WriteValue(std::int64_t nKey, std::string_view strName, DWORD nType,
-                               std::basic_string_view<BYTE> oBytes)
+                               std::span<const BYTE> oBytes)
 {
     const std::string strFolded = FoldCase(strName);
     SqliteRun(m_oWriteValue, nKey, strFolded, strName, std::int64_t{nType}, oBytes).Next();
