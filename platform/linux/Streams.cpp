@@ -3,7 +3,17 @@
 #include "Failure.h"
 #include "Paths.h"
 
+#include <sys/stat.h>
+
 std::FILE* win32::fopen(const char* pszPath, const char* pszMode)
 {
-    return OrOutOfMemory<std::FILE*>(nullptr, [&] { return std::fopen(NativePath(pszPath), pszMode); });
+    return OrOutOfMemory<std::FILE*>(nullptr, [&]() -> std::FILE* {
+        std::FILE* const pFile = std::fopen(NativePath(pszPath), pszMode);
+        struct stat oStatus;
+        if (!pFile || ::fstat(::fileno(pFile), &oStatus) != 0 || !S_ISDIR(oStatus.st_mode))
+            return pFile;
+        std::fclose(pFile);   // a folder, which could be opened and not read
+        errno = EISDIR;
+        return nullptr;
+    });
 }
