@@ -16,15 +16,42 @@ struct Options
     std::uint32_t nValue = 0;
 };
 
-int FailedToOpen(const Options& oOptions, long nError)
+enum class Missing
 {
-    std::cerr << "zvu: the key '" << oOptions.strPath << "' cannot be opened: error " << nError << '\n';
-    return eFailed;
+    eFails,
+    eIsMade
+};
+
+// Gives the opened key to use(CConfigParamsBase&, HKEY&), whose result is the exit status.
+template <class Use>
+int WithKey(const Options& oOptions, Missing eMissing, Use use)
+{
+    CConfigParamsBase oParams;
+    HKEY hKey = nullptr;
+    const char* const pszPath = oOptions.strPath.c_str();
+    const long nError = eMissing == Missing::eIsMade ? oParams.OpenRegistry(pszPath, hKey)
+                                                     : oParams.OpenRegistryKey(HKEY_LOCAL_MACHINE, pszPath, hKey);
+    if (nError)
+    {
+        std::cerr << "zvu: the key '" << oOptions.strPath << "' cannot be opened: error " << nError << '\n';
+        return eFailed;
+    }
+    const int nStatus = use(oParams, hKey);
+    oParams.CloseRegistry(hKey);
+    return nStatus;
 }
 
 int NoSuchValue(const Options& oOptions, const char* pszWhy)
 {
     std::cerr << "zvu: no value '" << oOptions.strName << "' that " << pszWhy << '\n';
+    return eFailed;
+}
+
+int Written(const Options& oOptions, bool bIsThere)
+{
+    if (bIsThere)
+        return eSucceeded;
+    std::cerr << "zvu: the value '" << oOptions.strName << "' could not be written\n";
     return eFailed;
 }
 
@@ -37,67 +64,64 @@ int Exists(const Options& oOptions)
 template <auto pList>
 int List(const Options& oOptions)
 {
-    CConfigParamsBase oParams;
-    HKEY hKey = nullptr;
-    if (const long nError = oParams.OpenRegistry(oOptions.strPath.c_str(), hKey))
-        return FailedToOpen(oOptions, nError);
-    oParams.CloseRegistry(hKey);
-    std::vector<std::string> oLines;
-    (oParams.*pList)(oOptions.strPath.c_str(), oLines);
-    for (const auto& strLine : oLines)
-        std::cout << strLine << '\n';
-    return eSucceeded;
+    return WithKey(oOptions, Missing::eIsMade, [&](CConfigParamsBase& oParams, HKEY&) {
+        std::vector<std::string> oLines;
+        (oParams.*pList)(oOptions.strPath.c_str(), oLines);
+        for (const auto& strLine : oLines)
+            std::cout << strLine << '\n';
+        return eSucceeded;
+    });
 }
 
 int Get(const Options& oOptions)
 {
-    std::string strValue;
-    if (!CConfigParamsBase().getRegString(oOptions.strPath.c_str(), oOptions.strName.c_str(), strValue))
-        return NoSuchValue(oOptions, "has at most 2047 bytes");
-    std::cout << strValue << '\n';
-    return eSucceeded;
+    return WithKey(oOptions, Missing::eIsMade, [&](CConfigParamsBase& oParams, HKEY& hKey) -> int {
+        std::string strValue;
+        if (!oParams.getRegString(hKey, oOptions.strName.c_str(), strValue))
+            return NoSuchValue(oOptions, "has at most 2047 bytes");
+        std::cout << strValue << '\n';
+        return eSucceeded;
+    });
 }
 
 int GetDword(const Options& oOptions)
 {
-    unsigned long nValue = 0;
-    if (!CConfigParamsBase().getRegDWORD(oOptions.strPath.c_str(), oOptions.strName.c_str(), nValue))
-        return NoSuchValue(oOptions, "has at most 4 bytes");
-    std::cout << nValue << '\n';
-    return eSucceeded;
+    return WithKey(oOptions, Missing::eIsMade, [&](CConfigParamsBase& oParams, HKEY& hKey) -> int {
+        unsigned long nValue = 0;
+        if (!oParams.getRegDWORD(hKey, oOptions.strName.c_str(), nValue))
+            return NoSuchValue(oOptions, "has at most 4 bytes");
+        std::cout << nValue << '\n';
+        return eSucceeded;
+    });
 }
 
-// Does something to the opened key.
-template <class Change>
-int ChangeKey(const Options& oOptions, long (CConfigParamsBase::*pOpen)(HKEY, const char*, HKEY&), Change change)
-{
-    CConfigParamsBase oParams;
-    HKEY hKey = nullptr;
-    if (const long nError = (oParams.*pOpen)(HKEY_LOCAL_MACHINE, oOptions.strPath.c_str(), hKey))
-        return FailedToOpen(oOptions, nError);
-    change(oParams, hKey);
-    oParams.CloseRegistry(hKey);
-    return eSucceeded;
-}
-
+// A write does not tell whether it was refused.
 int Set(const Options& oOptions)
 {
-    return ChangeKey(oOptions, &CConfigParamsBase::OpenRegistry, [&](CConfigParamsBase& oParams, HKEY& hKey) {
-        oParams.setRegString(hKey, oOptions.strName.c_str(), oOptions.strValue.c_str());
+    return WithKey(oOptions, Missing::eIsMade, [&](CConfigParamsBase& oParams, HKEY& hKey) {
+        const char* const pszName = oOptions.strName.c_str();
+        oParams.setRegString(hKey, pszName, oOptions.strValue.c_str());
+        std::string strRead(oOptions.strValue.size() + 1, '\1');   // with the terminator
+        const bool bRead = oParams.getRegString(hKey, pszName, strRead.data(), static_cast<int>(strRead.size()));
+        return Written(oOptions, bRead && oOptions.strValue == strRead.c_str());
     });
 }
 
 int SetDword(const Options& oOptions)
 {
-    return ChangeKey(oOptions, &CConfigParamsBase::OpenRegistry, [&](CConfigParamsBase& oParams, HKEY& hKey) {
-        oParams.setRegDWORD(hKey, oOptions.strName.c_str(), oOptions.nValue);
+    return WithKey(oOptions, Missing::eIsMade, [&](CConfigParamsBase& oParams, HKEY& hKey) {
+        const char* const pszName = oOptions.strName.c_str();
+        oParams.setRegDWORD(hKey, pszName, oOptions.nValue);
+        unsigned long nRead = ~0ul - oOptions.nValue;
+        return Written(oOptions, oParams.getRegDWORD(hKey, pszName, nRead) && nRead == oOptions.nValue);
     });
 }
 
 int Delete(const Options& oOptions)
 {
-    return ChangeKey(oOptions, &CConfigParamsBase::OpenRegistryKey, [&](CConfigParamsBase& oParams, HKEY& hKey) {
+    return WithKey(oOptions, Missing::eFails, [&](CConfigParamsBase& oParams, HKEY& hKey) {
         oParams.DeleteRegValue(hKey, oOptions.strName.c_str());
+        return eSucceeded;
     });
 }
 
