@@ -21,15 +21,33 @@ constexpr std::ptrdiff_t nLongestValueName = 16383;
 
 struct Key final : KernelObject
 {
-    Key(std::int64_t nNumber, std::string strWhere, REGSAM nGranted)
-        : nId(nNumber), strPath(std::move(strWhere)), nRights(nGranted)
+    Key(std::string strWhere, REGSAM nGranted) : strPath(std::move(strWhere)), nRights(nGranted) {}
+
+    // The key's number, looked up again where another connection was made: so may its file be another.
+    std::int64_t IdIn(RegistryStore& oStore)
     {
+        if (nStore != oStore.Serial())
+        {
+            const auto nFound = oStore.FindKey(strPath);
+            if (!nFound)
+                throw RegistryFailure{ERROR_KEY_DELETED};
+            SetId(oStore, *nFound);
+        }
+        return nId;
     }
 
-    const std::int64_t nId;
+    void SetId(const RegistryStore& oStore, std::int64_t nNumber)
+    {
+        nId = nNumber;
+        nStore = oStore.Serial();
+    }
+
     const std::string strPath;
     const REGSAM nRights;
-    RegistryCursor oSubKeys;   // the cursors are used with the connection's lock held
+    // What follows is used with the connection's lock held.
+    std::int64_t nId = 0;
+    std::uint64_t nStore = 0;
+    RegistryCursor oSubKeys;
     RegistryCursor oValues;
 };
 
@@ -106,7 +124,7 @@ LSTATUS Call(Body body)
 std::shared_ptr<Key> FindKey(HKEY hKey, REGSAM nNeeded)
 {
     if (hKey == HKEY_LOCAL_MACHINE)
-        return std::make_shared<Key>(0, "", KEY_ALL_ACCESS);
+        return std::make_shared<Key>("", KEY_ALL_ACCESS);
     auto pKey = FindObjectOf<Key>(hKey);
     if (!pKey)
         throw RegistryFailure{ERROR_INVALID_HANDLE};
@@ -145,9 +163,9 @@ std::string WellFormed(LPCSTR pszPath)
     return strPath;
 }
 
-// Opens the key, or gives the number that find makes of a missing one.
-template <class Find>
-HKEY Open(RegistryStore& oStore, HKEY hRoot, LPCSTR pszPath, REGSAM nRights, Find find)
+// Opens the key; of a missing one onMissing makes the number.
+template <class OnMissing>
+HKEY Open(RegistryStore& oStore, HKEY hRoot, LPCSTR pszPath, REGSAM nRights, OnMissing onMissing)
 {
     const auto pRoot = FindKey(hRoot, 0);
     const std::string strNames = WellFormed(pszPath);
@@ -156,10 +174,12 @@ HKEY Open(RegistryStore& oStore, HKEY hRoot, LPCSTR pszPath, REGSAM nRights, Fin
         strPath.append(strPath.empty() ? "" : "\\").append(FoldCase(strNames));
     auto nKey = oStore.FindKey(strPath);
     if (!nKey)
-        nKey = find(*pRoot, strNames);
+        nKey = onMissing(*pRoot, strNames);
     if ((nRights & nWriteRights) && !oStore.IsWritable())
         throw RegistryFailure{ERROR_ACCESS_DENIED};
-    return static_cast<HKEY>(OpenHandle(std::make_shared<Key>(*nKey, std::move(strPath), nRights)));
+    const auto pKey = std::make_shared<Key>(std::move(strPath), nRights);
+    pKey->SetId(oStore, *nKey);
+    return static_cast<HKEY>(OpenHandle(pKey));
 }
 
 LPCSTR OrEmpty(LPCSTR pszName) noexcept
@@ -194,7 +214,7 @@ LSTATUS win32::RegOpenKeyExA(HKEY hRoot, LPCSTR pszPath, DWORD nOptions, REGSAM 
 {
     return Call([&](RegistryStore& oStore) {
         Require(nOptions == 0);
-        *phKey = Open(oStore, hRoot, pszPath, nRights, [](const Key&, const std::string&) -> std::int64_t {
+        *phKey = Open(oStore, hRoot, pszPath, nRights, [](Key&, const std::string&) -> std::int64_t {
             throw RegistryFailure{ERROR_FILE_NOT_FOUND};
         });
         return ERROR_SUCCESS;
@@ -207,9 +227,9 @@ LSTATUS win32::RegCreateKeyExA(HKEY hRoot, LPCSTR pszPath, DWORD nReserved, char
     return Call([&](RegistryStore& oStore) {
         Require(nReserved == 0 && !pszClass && nOptions == REG_OPTION_NON_VOLATILE && !pSecurity);
         DWORD nDisposition = REG_OPENED_EXISTING_KEY;
-        *phKey = Open(oStore, hRoot, pszPath, nRights, [&](const Key& oRoot, const std::string& strNames) {
+        *phKey = Open(oStore, hRoot, pszPath, nRights, [&](Key& oRoot, const std::string& strNames) {
             nDisposition = REG_CREATED_NEW_KEY;
-            return oStore.CreateKey(oRoot.nId, oRoot.strPath, strNames);
+            return oStore.CreateKey(oRoot.IdIn(oStore), oRoot.strPath, strNames);
         });
         if (pnDisposition)
             *pnDisposition = nDisposition;
@@ -232,7 +252,7 @@ LSTATUS win32::RegQueryValueExA(HKEY hKey, LPCSTR pszName, LPDWORD pReserved, LP
         const auto pKey = FindKey(hKey, KEY_QUERY_VALUE);
         if (pData && !pnSize)
             return ERROR_INVALID_PARAMETER;
-        const auto oValue = oStore.ReadValue(pKey->nId, OrEmpty(pszName));
+        const auto oValue = oStore.ReadValue(pKey->IdIn(oStore), OrEmpty(pszName));
         if (!oValue)
             return ERROR_FILE_NOT_FOUND;
         if (pnType)
@@ -248,7 +268,7 @@ LSTATUS win32::RegSetValueExA(HKEY hKey, LPCSTR pszName, DWORD nReserved, DWORD 
         const auto pKey = FindKey(hKey, KEY_SET_VALUE);
         if (IsLongerThan(nLongestValueName, OrEmpty(pszName)))
             return ERROR_INVALID_PARAMETER;
-        oStore.WriteValue(pKey->nId, OrEmpty(pszName), nType, {pData, nSize});
+        oStore.WriteValue(pKey->IdIn(oStore), OrEmpty(pszName), nType, {pData, nSize});
         return ERROR_SUCCESS;
     });
 }
@@ -257,7 +277,7 @@ LSTATUS win32::RegDeleteValueA(HKEY hKey, LPCSTR pszName)
 {
     return Call([&](RegistryStore& oStore) {
         const auto pKey = FindKey(hKey, KEY_SET_VALUE);
-        return oStore.DeleteValue(pKey->nId, OrEmpty(pszName)) ? ERROR_SUCCESS : ERROR_FILE_NOT_FOUND;
+        return oStore.DeleteValue(pKey->IdIn(oStore), OrEmpty(pszName)) ? ERROR_SUCCESS : ERROR_FILE_NOT_FOUND;
     });
 }
 
@@ -267,7 +287,7 @@ LSTATUS win32::RegEnumKeyExA(HKEY hKey, DWORD nIndex, char* pszName, LPDWORD pnL
     return Call([&](RegistryStore& oStore) {
         Require(!pReserved && !pszClass && !pnClassLength && !pTime);
         const auto pKey = FindKey(hKey, KEY_ENUMERATE_SUB_KEYS);
-        const auto oSubKey = oStore.ListSubKeys(pKey->nId, nIndex, pKey->oSubKeys);
+        const auto oSubKey = oStore.ListSubKeys(pKey->IdIn(oStore), nIndex, pKey->oSubKeys);
         if (!oSubKey)
             return ERROR_NO_MORE_ITEMS;
         return GiveName(oSubKey->strName, pszName, pnLength) ? ERROR_SUCCESS : ERROR_MORE_DATA;
@@ -282,7 +302,7 @@ LSTATUS win32::RegEnumValueA(HKEY hKey, DWORD nIndex, char* pszName, LPDWORD pnL
         const auto pKey = FindKey(hKey, KEY_QUERY_VALUE);
         if (pData && !pnSize)
             return ERROR_INVALID_PARAMETER;
-        const auto oValue = oStore.ListValues(pKey->nId, nIndex, pKey->oValues);
+        const auto oValue = oStore.ListValues(pKey->IdIn(oStore), nIndex, pKey->oValues);
         if (!oValue)
             return ERROR_NO_MORE_ITEMS;
         // The bytes first: where they do not fit, their count is told and the name is left alone.

@@ -15,11 +15,11 @@ inline constexpr std::int64_t nRegistryVersion = 1;
 // - otherwise the account's own, $XDG_DATA_HOME/zevrinutils/registry.db, under ~/.local/share by default.
 std::string RegistryPath();
 
-// Makes the database, with all missing folders, where there is no file. Throws RegistryFailure, and makes no file then;
-// so too where another database's log stands alone, which may hold what was written last.
+// Makes the database, with all missing folders, where there is no file. Throws RegistryFailure, and makes no file
+// then; so too where the log of a database stands alone, which may hold what was written last.
 void CreateRegistryFile(const std::string& strPath);
 
-// Throws RegistryFailure unless the file is a registry by its first bytes and, without a log, its size. SQLite is not let near
-// another's file: it could find a journal there, and act on it. Nobody in the process may have the file open:
-// closing it ends the locks of all.
+// Throws RegistryFailure unless the file is a registry by its first bytes and, without a log, its size. SQLite is not
+// let near another's file: it could find a journal there, and act on it. Nobody in the process may have the file
+// open: closing it ends the locks of all.
 void RequireRegistryFile(const std::string& strPath);

@@ -109,8 +109,7 @@ std::optional<RegistryEntry> RegistryStore::ReadValue(std::int64_t nKey, std::st
     return RegistryEntry{{}, static_cast<DWORD>(oRun.Number(0)), std::string(oRun.Bytes(1))};
 }
 
-void RegistryStore::WriteValue(std::int64_t nKey, std::string_view strName, DWORD nType,
-                               std::span<const BYTE> oBytes)
+void RegistryStore::WriteValue(std::int64_t nKey, std::string_view strName, DWORD nType, std::span<const BYTE> oBytes)
 {
     const std::string strFolded = FoldCase(strName);
     SqliteRun(m_oWriteValue, nKey, strFolded, strName, std::int64_t{nType}, oBytes).Next();

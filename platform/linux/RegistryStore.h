@@ -3,6 +3,7 @@
 
 #include "Sqlite.h"
 
+#include <atomic>
 #include <optional>
 
 // A value, or a key in a listing.
@@ -33,6 +34,9 @@ public:
     // Opens the file, and makes it if there is none. One that is damaged or no registry is left as it is.
     explicit RegistryStore(const std::string& strPath);
 
+    // No two stores of a process have the same. The numbers of keys are good for one store alone.
+    std::uint64_t Serial() const noexcept { return m_nSerial; }
+
     bool IsWritable() const { return sqlite3_db_readonly(m_oConnection.Get(), "main") == 0; }
 
     std::optional<std::int64_t> FindKey(std::string_view strPath);
@@ -57,6 +61,9 @@ private:
         std::optional<RegistryEntry> Read(std::int64_t nKey, DWORD nIndex, RegistryCursor& oCursor) const;
     };
 
+    static inline std::atomic<std::uint64_t> s_nStores = 0;
+
+    const std::uint64_t m_nSerial = ++s_nStores;
     SqliteConnection m_oConnection;
     SqliteStatement m_oFindKey{m_oConnection, "SELECT id FROM keys WHERE path = ?1"};
     SqliteStatement m_oAddKey{m_oConnection, "INSERT INTO keys (parent, path, name) VALUES (?1, ?2, ?3)"};

@@ -61,7 +61,8 @@ void ThrowSqliteFailure(int nResult)
 SqliteConnection::SqliteConnection(const std::string& strPath, int nFlags)
 {
     sqlite3* pConnection = nullptr;
-    const int nResult = sqlite3_open_v2(strPath.c_str(), &pConnection, nFlags | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
+    nFlags |= SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE;
+    const int nResult = sqlite3_open_v2(strPath.c_str(), &pConnection, nFlags, nullptr);
     m_pConnection.reset(pConnection);   // there is one after most failures too
     Check(nResult);
 }
