@@ -71,6 +71,10 @@ TEST_F(ConfigParamsTest, ReadsAnyTypeUpToItsCapacity)
     setRegString(m_hKey, "text", "hello");
     setRegDWORD(m_hKey, std::string(300, 'n').c_str(), 0x44434241);
     const std::string strNumber(300, 'N');
+    DWORD nText = 0, nNumber = 0;
+    Registry().RegQueryValueExA(m_hKey, "text", nullptr, &nText, nullptr, nullptr);
+    Registry().RegQueryValueExA(m_hKey, strNumber.c_str(), nullptr, &nNumber, nullptr, nullptr);
+    EXPECT_TRUE(nText == REG_SZ && nNumber == REG_DWORD);
     for (const std::string& strBytes : {std::string(2047, 'y'), std::string("a\0b", 3), std::string()})
     {
         Set("bytes", strBytes);

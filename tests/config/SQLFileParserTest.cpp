@@ -1,8 +1,6 @@
 #include "ZevrinUtils/SQLFileParser.h"
 
-#include "platform/Streams.h"
 #include "support/ScratchFolder.h"
-#include "support/Substitution.h"
 
 #include <algorithm>
 #include <random>
@@ -66,15 +64,4 @@ TEST(SqlScript, AgreesWithAPlainReadingOfTheRules)
     std::string strLine;
     EXPECT_TRUE(Parser::IsACommentLine(strLine) && !Parser::IsEndingWithSemiColon(strLine));
     EXPECT_TRUE(!Parser::IsEndingWithSemiColon(strLine = "\t; \t") && strLine == "; ");
-}
-
-TEST(SqlScript, EndsWhereReadingFails)
-{
-    static int s_nReads = 0;
-    const Substitution<StreamCalls> oFailing([](StreamCalls& oCalls) {
-        oCalls.fread = [](void* p, std::size_t nSize, std::size_t nCount, std::FILE* pFile) {
-            return ++s_nReads == 2 ? 0 : std::fread(p, nSize, nCount, pFile);
-        };
-    });
-    EXPECT_EQ(Parse("a;\n" + std::string(2000, 'x') + ";"), (Statements{"before", "a;"}));
 }

@@ -12,14 +12,13 @@ namespace
 {
 struct RegistryTest : testing::Test
 {
-    // Creates the key below the test's own with all access, or opens it for less.
-    LSTATUS Open(const std::string& strBelow, REGSAM nRights = KEY_ALL_ACCESS)
+    // Creates the key below the test's own, or another, with all access, or opens it for less.
+    LSTATUS Open(const std::string& strBelow, REGSAM nRights = KEY_ALL_ACCESS, HKEY hRoot = HKEY_LOCAL_MACHINE)
     {
-        const std::string strPath = m_oRegistry.Key() + strBelow;
+        const std::string strPath = (hRoot == HKEY_LOCAL_MACHINE ? m_oRegistry.Key() : "") + strBelow;
         if (nRights != KEY_ALL_ACCESS)
-            return Registry().RegOpenKeyExA(HKEY_LOCAL_MACHINE, strPath.c_str(), 0, nRights, &m_hKey);
-        return Registry().RegCreateKeyExA(HKEY_LOCAL_MACHINE, strPath.c_str(), 0, nullptr, 0, nRights, nullptr, &m_hKey,
-                                          nullptr);
+            return Registry().RegOpenKeyExA(hRoot, strPath.c_str(), 0, nRights, &m_hKey);
+        return Registry().RegCreateKeyExA(hRoot, strPath.c_str(), 0, nullptr, 0, nRights, nullptr, &m_hKey, nullptr);
     }
 
     LSTATUS Set(const std::string& strName, const char* psz)
@@ -62,12 +61,14 @@ TEST_F(RegistryTest, KeepsKeysAndValuesWithoutRegardToCaseAndInOrder)
     EXPECT_EQ(Open("\\A\\c", KEY_READ), 2);
     EXPECT_EQ(Registry().RegOpenKeyExA(HKEY_LOCAL_MACHINE, "\\Software", 0, KEY_READ, &m_hKey), ERROR_BAD_PATHNAME);
     EXPECT_NE(Open('\\' + std::string(256, 'k')), 0);
+    ASSERT_EQ(Open("\\c"), 0);
+    const HKEY hAbove = m_hKey;
+    EXPECT_EQ(Open("e\\F", KEY_ALL_ACCESS, hAbove) + Open("E\\f", KEY_READ, hAbove) + Open("\\c\\e\\f", KEY_READ), 0);
     ASSERT_EQ(Open(""), 0);
     EXPECT_EQ(SubKey(0) + SubKey(1) + SubKey(2, 2) + SubKey(3) + SubKey(1) + SubKey(1, 1) + SubKey(2), "ABc259B234c");
 
     EXPECT_EQ(Set("Name", "xxx") + Set("nAME", "yyy") + Set("a2", "222") + Set("", "000") + Set("A1", "111"), 0);
-    EXPECT_EQ(Set(std::string(16383, 'v'), "vvv"), 0);
-    EXPECT_EQ(Set(std::string(16384, 'v'), "vvv"), ERROR_INVALID_PARAMETER);
+    EXPECT_EQ(Set(std::string(16383, 'v'), "vvv") + Set(std::string(16384, 'v'), "vvv"), ERROR_INVALID_PARAMETER);
     EXPECT_EQ(Value(0) + Value(1) + Value(2) + Value(3) + Value(4) + Value(5), "000A1111a2222Nameyyy234259");
     EXPECT_EQ(Value(3, 4) + Value(3, 5, 3), "234234");
     EXPECT_EQ(Query("NAME") + Query(nullptr) + Registry().RegDeleteValueA(m_hKey, "NAME"), 0);
@@ -83,6 +84,7 @@ TEST_F(RegistryTest, ChecksHandlesAndTheirRights)
     EXPECT_EQ(SubKey(0) + Value(0) + std::to_string(Query("v")), "555");
     const auto hEvent = static_cast<HKEY>(Threads().CreateEventA(nullptr, TRUE, FALSE, nullptr));
     EXPECT_EQ(Registry().RegCloseKey(m_hKey), 0);
+    EXPECT_EQ(Registry().RegCloseKey(m_hKey) + Registry().RegCloseKey(HKEY{}), 6 + 6);
     for (const HKEY hBad : {m_hKey, HKEY{}, hEvent})
     {
         m_hKey = hBad;
@@ -90,5 +92,4 @@ TEST_F(RegistryTest, ChecksHandlesAndTheirRights)
         EXPECT_EQ(Set("v", "abc") + Registry().RegDeleteValueA(hBad, "v"), 6 + 6);
         EXPECT_EQ(Registry().RegOpenKeyExA(hBad, "x", 0, KEY_READ, &m_hKey), 6);
     }
-    EXPECT_EQ(Registry().RegCloseKey(HKEY{}), 6);
 }
