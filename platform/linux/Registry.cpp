@@ -214,9 +214,8 @@ LSTATUS win32::RegOpenKeyExA(HKEY hRoot, LPCSTR pszPath, DWORD nOptions, REGSAM 
 {
     return Call([&](RegistryStore& oStore) {
         Require(nOptions == 0);
-        *phKey = Open(oStore, hRoot, pszPath, nRights, [](Key&, const std::string&) -> std::int64_t {
-            throw RegistryFailure{ERROR_FILE_NOT_FOUND};
-        });
+        *phKey = Open(oStore, hRoot, pszPath, nRights,
+                      [](Key&, const std::string&) -> std::int64_t { throw RegistryFailure{ERROR_FILE_NOT_FOUND}; });
         return ERROR_SUCCESS;
     });
 }
