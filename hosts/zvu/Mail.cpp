@@ -38,6 +38,7 @@ bool IsWell(CSIMapi& oMail)
 std::vector<Attachment> AttachmentsAt(const std::vector<std::string>& oPaths)
 {
     std::vector<Attachment> oAttachments;
+    oAttachments.reserve(oPaths.size());
     for (const auto& strPath : oPaths)
         oAttachments.push_back({strPath, std::filesystem::path(strPath).filename().string()});
     return oAttachments;

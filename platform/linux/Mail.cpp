@@ -4,6 +4,7 @@
 #include "Paths.h"
 
 #include <cerrno>
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <span>
@@ -12,7 +13,6 @@
 #include <vector>
 
 #include <fcntl.h>
-#include <signal.h>
 #include <spawn.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -137,6 +137,7 @@ std::vector<std::string> CommandFor(const MapiMessage& oMessage)
 int Run(std::vector<std::string>& oCommand)
 {
     std::vector<char*> apszArguments;
+    apszArguments.reserve(oCommand.size() + 1);
     for (auto& strArgument : oCommand)
         apszArguments.push_back(strArgument.data());
     apszArguments.push_back(nullptr);
@@ -182,7 +183,7 @@ std::string FindMailProgram()
     const char* const pszPath = ::getenv("PATH");
     std::istringstream oFolders(pszPath ? pszPath : s_szUsualPath);
     for (std::string strFolder; std::getline(oFolders, strFolder, ':');)
-        if (const std::string strPath = strFolder + '/' + s_szProgram; strFolder.starts_with('/') && IsProgram(strPath))
+        if (std::string strPath = strFolder + '/' + s_szProgram; strFolder.starts_with('/') && IsProgram(strPath))
             return strPath;
     return {};
 }

@@ -1,5 +1,6 @@
 #include "ShellItems.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
@@ -38,7 +39,7 @@ ITEMIDLIST* ItemsOf(const std::string& strPath)
     oBytes.append(nLengthSize, 0);
     auto* const pItems = static_cast<ITEMIDLIST*>(std::malloc(oBytes.size()));
     if (pItems)
-        std::memcpy(pItems, oBytes.data(), oBytes.size());
+        std::copy(oBytes.begin(), oBytes.end(), reinterpret_cast<BYTE*>(pItems));
     return pItems;
 }
 

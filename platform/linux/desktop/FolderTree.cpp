@@ -99,7 +99,7 @@ std::string FolderTree::PathAt(GtkTreeIter oFolder) const
 {
     char* pszPath = nullptr;
     gtk_tree_model_get(GTK_TREE_MODEL(m_pStore), &oFolder, ePath, &pszPath, -1);
-    const std::string strPath = pszPath ? pszPath : "";
+    std::string strPath = pszPath ? pszPath : "";
     g_free(pszPath);
     return strPath;
 }

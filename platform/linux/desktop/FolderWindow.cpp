@@ -123,7 +123,7 @@ std::optional<fs::path> DesktopBrowser::Run()
                 continue;
             }
         }
-        const auto oSelected = m_oTree.Selected();
+        auto oSelected = m_oTree.Selected();
         if (oSelected && !(m_oBrowse.bFoldersOnly && oSelected->empty()))
             return oSelected;
     }
