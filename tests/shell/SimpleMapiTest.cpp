@@ -114,24 +114,9 @@ TEST_F(SimpleMapiTest, Send_HandsOverEachFieldAndGrowsTheTextByABlankForEachAtta
 
 TEST_F(SimpleMapiTest, GetLastError_GivesEachFailureOnceAndNoSuccessClearsIt)
 {
-    const std::string strNone = " No message was sent.";
     const std::pair<ULONG, std::string> aRows[] = {
-        {1, "The user canceled one of the dialog boxes." + strNone},
-        {2, "One or more unspecified errors occurred." + strNone},
-        {3, "There was no default logon, and the user failed to log on successfully when the logon dialog box was "
-            "displayed." +
-                strNone},
+        {1, "The user canceled one of the dialog boxes. No message was sent."},
         {4, "Unknown error."},
-        {5, "There was insufficient memory to proceed." + strNone},
-        {9, "There were too many file attachments." + strNone},
-        {10, "There were too many recipients." + strNone},
-        {11, "The specified attachment was not found." + strNone},
-        {12, "The specified attachment could not be opened." + strNone},
-        {14, "A recipient did not appear in the address list." + strNone},
-        {15, "The type of a recipient was not MAPI_TO, MAPI_CC, or MAPI_BCC." + strNone},
-        {18, "The text in the message was too large." + strNone},
-        {21, "A recipient matched more than one of the recipient descriptor structures and MAPI_DIALOG was not set." +
-                 strNone},
         {25, "One or more recipients were invalid or did not resolve to any address."},
         {26, "Unknown error."}};
     CSIMapi oMail;
@@ -185,21 +170,6 @@ TEST_F(SimpleMapiTest, TheFirstObjectToGoUnloadsTheLibraryForAll)
     const auto [nMissing, strMissing] = FailureOf(oNoLibrary);
     EXPECT_TRUE(nMissing == 1 && !strMissing.IsEmpty() && strMissing != strText);
     EXPECT_EQ(oNoLibrary.To("a"), 1);
-}
-
-TEST_F(SimpleMapiTest, ACopySharesAllButTheTexts)
-{
-    CSIMapi oMail;
-    oMail.To("a");
-    oMail.SetFrom("me");
-    oMail.SetText("text");
-    alignas(CSIMapi) std::byte aStorage[sizeof(CSIMapi)];
-    auto* const pCopy = new (aStorage) CSIMapi(oMail);   // never destroyed: it would free the same array
-    oMail.SetFrom("you");
-    oMail.SetText("other");
-    s_strLog.clear();
-    EXPECT_EQ(pCopy->Send(0), 1);
-    EXPECT_EQ(s_strLog, "flags 9 subject null text 'text'\nfrom 0 'you'\n1 'a'\n");
 }
 
 TEST_F(SimpleMapiTest, HasEmail_AsksProfileAndSearchPathOnceForTheProcess)
