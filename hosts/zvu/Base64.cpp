@@ -43,7 +43,8 @@ void ReadBlocks(Take take)
 
 void Write(const char* pData, std::size_t nSize)
 {
-    if (std::fwrite(pData, 1, nSize, stdout) != nSize)
+    // Of nothing the coder gives no text.
+    if (nSize != 0 && std::fwrite(pData, 1, nSize, stdout) != nSize)
         throw std::runtime_error("standard output cannot be written");
 }
 
