@@ -4,6 +4,8 @@
 #include "frame/Hold.h"
 #include "platform/System.h"
 
+#include <memory>
+
 namespace
 {
 constexpr std::int32_t nKeptSeconds = 10;
@@ -82,8 +84,9 @@ void CSystemInfo::GetFormatedMessageForWin32ErrCode(unsigned long ulErrorCode, s
     if (System().FormatMessageA(nMessageFlags, nullptr, static_cast<DWORD>(ulErrorCode), nUsersLanguage,
                                 reinterpret_cast<char*>(&pszText), 0, nullptr))
     {
+        const auto release = [](char* psz) { System().LocalFree(psz); };
+        const std::unique_ptr<char, decltype(release)> pText(pszText, release);
         sText = pszText;
-        System().LocalFree(pszText);
     }
     else
         sText = "Win32 error code: " + std::to_string(static_cast<std::int32_t>(ulErrorCode));

@@ -31,7 +31,9 @@
 /// after that loads it anew.
 ///
 /// On Linux the mail system is the program xdg-email, which opens the desktop's mail client. The sender is the
-/// account that the user has there, and an attachment goes under its file's name.
+/// account that the user has there, and an attachment goes under its file's name. Send waits until the client is
+/// open: what the user does with the message is not known. A name that ends in a single quote or has one before a
+/// comma is refused, and so is such a path of an attachment.
 class ZEVRINUTILS_API CSIMapi
 {
 public:

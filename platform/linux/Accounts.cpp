@@ -97,7 +97,8 @@ std::optional<Account> AccountOf(const SID& oSid)
     for (const auto& oKnown : s_aWellKnown)
         if (strText == oKnown.pszSid)
             return oKnown.oAccount;
-    if (oSid.IdentifierAuthority[5] != nUnixAuthority || oSid.SubAuthorityCount != 2)
+    const BYTE anAuthority[] = {0, 0, 0, 0, 0, nUnixAuthority};
+    if (!std::ranges::equal(oSid.IdentifierAuthority, anAuthority) || oSid.SubAuthorityCount != 2)
         return {};
     if (oSid.SubAuthority[0] == nUnixUser)
         return Account{ACL_USER, oSid.SubAuthority[1]};

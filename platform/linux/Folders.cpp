@@ -42,7 +42,8 @@ public:
             const dirent* const pEntry = ::readdir(m_pFolder.get());   // one thread at a time uses a listing
             if (!pEntry)
                 return errno ? FailByErrno(FALSE) : Fail(ERROR_NO_MORE_FILES, FALSE);
-            if (!IsDots(pEntry->d_name))
+            // A backslash in a name would be read as a separator, and lead a walk to a stranger or out of its tree.
+            if (!IsDots(pEntry->d_name) && !std::strchr(pEntry->d_name, '\\'))
                 return Give(pEntry->d_name, SizeOf(*pEntry), oFound);
         }
     }

@@ -79,13 +79,20 @@ std::string Recipients(std::span<const MapiRecipDesc> aRecipients, ULONG nClass)
     return strResult;
 }
 
+// Some versions of xdg-email put names and paths in single quotes, with commas between them, for a client that takes
+// this pair for the end of one and the beginning of a field of its own.
+bool EndsItsQuotes(const std::string& strText)
+{
+    return strText.ends_with('\'') || strText.find("',") != std::string::npos;
+}
+
 void Check(std::span<const MapiRecipDesc> aRecipients)
 {
     for (const auto& oRecipient : aRecipients)
     {
         if (oRecipient.ulRecipClass < MAPI_TO || oRecipient.ulRecipClass > MAPI_BCC)
             throw MailFailure{MAPI_E_BAD_RECIPTYPE};
-        if (!oRecipient.lpszName || !*oRecipient.lpszName)
+        if (!oRecipient.lpszName || !*oRecipient.lpszName || EndsItsQuotes(oRecipient.lpszName))
             throw MailFailure{MAPI_E_INVALID_RECIPS};
     }
 }
@@ -120,7 +127,10 @@ std::string PathOfAttachment(const MapiFileDesc& oFile)
     struct stat oStatus;
     if (!oOpen || ::fstat(oOpen.Get(), &oStatus) != 0 || !S_ISREG(oStatus.st_mode))
         throw MailFailure{MAPI_E_ATTACHMENT_OPEN_FAILURE};
-    return std::filesystem::absolute(static_cast<const char*>(oPath)).string();
+    std::string strPath = std::filesystem::canonical(static_cast<const char*>(oPath)).string();
+    if (EndsItsQuotes(strPath))
+        throw MailFailure{MAPI_E_ATTACHMENT_OPEN_FAILURE};
+    return strPath;
 }
 
 std::vector<std::string> CommandFor(const MapiMessage& oMessage)

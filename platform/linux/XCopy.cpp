@@ -13,8 +13,8 @@ namespace
 constexpr const char* pszScript = R"(
 cd -- "$1" && mkdir -p -- "$2" || exit 4
 here=$(pwd -P) there=$(cd -- "$2" && pwd -P) || exit 4
-case $there/ in "$here"/*) exit 4 ;; esac
-exec find . ! -type d -exec cp --parents --no-dereference --preserve=all --target-directory="$there" -- {} +
+case $there/ in "${here%/}"/*) exit 4 ;; esac
+exec find . \( -type f -o -type l \) -exec cp --parents --no-dereference --preserve=all --target-directory="$there" -- {} +
 )";
 
 bool IsKnownSwitch(const std::string& str)
@@ -29,8 +29,14 @@ std::vector<std::string> TranslateXCopy(const std::vector<std::string>& oArgumen
     if ((strName != "XCOPY" && strName != "XCOPY.EXE") || oArguments.size() < 3 ||
         !std::all_of(oArguments.begin() + 3, oArguments.end(), IsKnownSwitch))
         return {};
-    const auto absolute = [](const std::string& str) {
-        return std::filesystem::absolute(static_cast<const char*>(NativePath(str.c_str()))).string();
+    std::error_code oError;   // of a path that is empty, or a working folder that is gone
+    const auto absolute = [&oError](const std::string& str) {
+        return oError ? ""
+                      : std::filesystem::absolute(static_cast<const char*>(NativePath(str.c_str())), oError).string();
     };
-    return {"/bin/sh", "-c", pszScript, "xcopy", absolute(oArguments[1]), absolute(oArguments[2])};
+    const std::string strFrom = absolute(oArguments[1]);
+    const std::string strTo = absolute(oArguments[2]);
+    if (oError)
+        return {};
+    return {"/bin/sh", "-c", pszScript, "xcopy", strFrom, strTo};
 }

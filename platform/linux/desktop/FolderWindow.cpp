@@ -20,6 +20,7 @@ public:
     FolderTree& Tree() noexcept { return m_oTree; }
     GtkWindow* Window() const noexcept { return GTK_WINDOW(m_pDialog); }
     GtkWidget* OkButton() const noexcept { return m_pOk; }
+    void EnableOk(bool bEnable);
 
 private:
     void AddEntry(GtkContainer* pContent);
@@ -34,6 +35,7 @@ private:
     GtkWidget* m_pEntry = nullptr;   // null: none
     std::string m_strShown;          // what the edit box showed last by itself
     bool m_bOpen = false;
+    bool m_bOk = true;   // as the selection or the host last had it
     FolderTree m_oTree{m_oBrowse.pszRoot, [this](const fs::path& oFolder) { OnSelected(oFolder); }};
 };
 
@@ -78,16 +80,21 @@ void DesktopBrowser::OnSelected(const fs::path& oFolder)
     m_strShown = Shown(oFolder.c_str());
     if (m_pEntry)
         gtk_entry_set_text(GTK_ENTRY(m_pEntry), m_strShown.c_str());
-    gtk_widget_set_sensitive(m_pOk, !m_oBrowse.bFoldersOnly || !oFolder.empty());
+    EnableOk(!m_oBrowse.bFoldersOnly || !oFolder.empty());
     m_oBrowse.pfnSelected(m_oBrowse.pContext, oFolder.c_str());
+}
+
+void DesktopBrowser::EnableOk(bool bEnable)
+{
+    m_bOk = bEnable;
+    gtk_widget_set_sensitive(m_pOk, bEnable);
 }
 
 // What is typed can be tried, whatever is selected.
 void DesktopBrowser::OnChanged(GtkEditable*, gpointer pThis)
 {
     auto& oThis = *static_cast<DesktopBrowser*>(pThis);
-    if (oThis.IsTyped())
-        gtk_widget_set_sensitive(oThis.m_pOk, TRUE);
+    gtk_widget_set_sensitive(oThis.m_pOk, oThis.IsTyped() || oThis.m_bOk);
 }
 
 bool DesktopBrowser::IsTyped() const
@@ -104,7 +111,8 @@ std::optional<fs::path> DesktopBrowser::FolderTyped() const
     std::error_code oIgnored;
     if (strTyped.empty() || !oFolder.is_absolute() || !fs::is_directory(oFolder, oIgnored))
         return std::nullopt;
-    return oFolder.lexically_normal();
+    // Two dots behind a link lead to where it points, which the text alone does not tell.
+    return strTyped.find("..") == std::string::npos ? oFolder.lexically_normal() : fs::canonical(oFolder);
 }
 
 std::optional<fs::path> DesktopBrowser::Run()
@@ -114,7 +122,10 @@ std::optional<fs::path> DesktopBrowser::Run()
         if (IsTyped())
         {
             if (auto oTyped = FolderTyped())
+            {
+                m_oBrowse.pfnSelected(m_oBrowse.pContext, oTyped->c_str());   // which ends an earlier refusal
                 return oTyped;
+            }
             if (m_oBrowse.bValidate)
             {
                 const std::string strTyped = gtk_entry_get_text(GTK_ENTRY(m_pEntry));
@@ -151,11 +162,12 @@ void SelectFolder(DesktopBrowser* pBrowser, const char* pszPath)
 
 void EnableOk(DesktopBrowser* pBrowser, bool bEnable)
 {
-    gtk_widget_set_sensitive(pBrowser->OkButton(), bEnable);
+    pBrowser->EnableOk(bEnable);
 }
 
 void SetOkText(DesktopBrowser* pBrowser, const char* pszText)
 {
+    gtk_button_set_use_underline(GTK_BUTTON(pBrowser->OkButton()), FALSE);
     gtk_button_set_label(GTK_BUTTON(pBrowser->OkButton()), Shown(pszText).c_str());
 }
 
