@@ -79,10 +79,12 @@ void CString::Format(const char* pszFormat, ...)
 {
     std::va_list oArguments;
     va_start(oArguments, pszFormat);
+    // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized): started above
     const int nLength = std::vsnprintf(nullptr, 0, pszFormat, oArguments);
     va_end(oArguments);
     m_strText.resize(static_cast<std::size_t>(std::max(nLength, 0)));
     va_start(oArguments, pszFormat);
+    // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized): started above
     std::vsnprintf(m_strText.data(), m_strText.size() + 1, pszFormat, oArguments);
     va_end(oArguments);
 }

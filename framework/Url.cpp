@@ -57,7 +57,7 @@ std::size_t FindPortColon(std::string_view strServer)
 
 CString Text(std::string_view strText)
 {
-    return CString(std::string(strText));
+    return {std::string(strText)};
 }
 }
 

@@ -115,7 +115,7 @@ int CHttpServices::bGetURLFileAndWriteToFile(const CString& sURL, const CString&
         CloseGetRequest(1);
         return 0;
     }
-    std::array<char, 4 * nBlockSize> achBuffer{};   // of which only the first block is used
+    std::array<char, std::size_t{4} * nBlockSize> achBuffer{};   // of which only the first block is used
     while (const unsigned nRead = m_pFile->Read(achBuffer.data(), nBlockSize))
         oFile.Write(achBuffer.data(), nRead);
     CloseGetRequest(1);

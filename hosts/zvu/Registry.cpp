@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <iostream>
+#include <string_view>
 
 namespace
 {
@@ -103,7 +104,7 @@ int Set(const Options& oOptions)
         oParams.setRegString(hKey, pszName, oOptions.strValue.c_str());
         std::string strRead(oOptions.strValue.size() + 1, '\1');   // with the terminator
         const bool bRead = oParams.getRegString(hKey, pszName, strRead.data(), static_cast<int>(strRead.size()));
-        return Written(oOptions, bRead && oOptions.strValue == strRead.c_str());
+        return Written(oOptions, bRead && oOptions.strValue == std::string_view(strRead.data()));
     });
 }
 

@@ -2,10 +2,9 @@
 
 #include <algorithm>
 #include <climits>
+#include <clocale>
 #include <cwchar>
 #include <cwctype>
-
-#include <locale.h>
 
 namespace
 {
