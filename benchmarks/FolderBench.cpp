@@ -19,6 +19,7 @@ namespace fs = std::filesystem;
 using Clock = std::chrono::steady_clock;
 
 const std::size_t nFolders = Amount(500);
+constexpr std::size_t nGroups = 20;   // of folders, each below a folder of its own
 constexpr int nFilesInEach = 100;
 constexpr int nRounds = 7;
 const std::uintmax_t nLargeSize = Amount(2ull << 30);
@@ -35,7 +36,7 @@ void PlantTree(const fs::path& oRoot)
 {
     for (std::size_t nFolder = 0; nFolder < nFolders; ++nFolder)
     {
-        const fs::path oFolder = oRoot / std::to_string(nFolder % 20) / std::to_string(nFolder);
+        const fs::path oFolder = oRoot / std::to_string(nFolder % nGroups) / std::to_string(nFolder);
         fs::create_directories(oFolder);
         for (int nFile = 0; nFile < nFilesInEach; ++nFile)
             std::ofstream(oFolder / std::to_string(nFile)) << std::string(200, 'b');
@@ -93,7 +94,7 @@ std::vector<Case> CasesIn(const fs::path& oRoot)
     const auto list = [strTree] {
         std::vector<std::string> oFolders;
         CSFolder::GetFolderList(strTree.c_str(), oFolders, true);
-        Require(oFolders.size() == nFolders + 20, "folders are missing");
+        Require(oFolders.size() == nFolders + std::min(nFolders, nGroups), "folders are missing");
     };
     const auto size = [strTree] {
         long nKilobytes = 0;
