@@ -91,6 +91,14 @@ Lists Inherited(const char* pszPath, const struct stat& oStatus)
     return {oOfParent, {}, {}};
 }
 
+void PutBackDefault(const char* pszFolder, const AccessEntries& oDefault)
+{
+    if (oDefault.empty())
+        ::acl_delete_def_file(pszFolder);
+    else
+        WriteEntries(pszFolder, ACL_TYPE_DEFAULT, oDefault);
+}
+
 // With what is granted; a folder also hands it down, and lets those who make something there have it.
 bool Write(const char* pszPath, const struct stat& oStatus, Lists oLists, const AccessEntries& oGranted)
 {
@@ -104,8 +112,20 @@ bool Write(const char* pszPath, const struct stat& oStatus, Lists oLists, const 
         if (S_ISDIR(oStatus.st_mode))
             Grant(oLists.oDefault, oAccount, oStatus.st_uid);
     }
-    return (oLists.oDefault.empty() || WriteEntries(pszPath, ACL_TYPE_DEFAULT, oLists.oDefault)) &&
-           WriteEntries(pszPath, ACL_TYPE_ACCESS, oLists.oAccess);
+    if (oLists.oDefault.empty())
+        return WriteEntries(pszPath, ACL_TYPE_ACCESS, oLists.oAccess);
+
+    Lists oBefore;
+    const bool bKnown = Read(pszPath, true, oBefore);
+    if (!WriteEntries(pszPath, ACL_TYPE_DEFAULT, oLists.oDefault))
+        return false;
+    if (WriteEntries(pszPath, ACL_TYPE_ACCESS, oLists.oAccess))
+        return true;
+    const int nErrno = errno;
+    if (bKnown)
+        PutBackDefault(pszPath, oBefore.oDefault);   // a failed call changes nothing
+    errno = nErrno;
+    return false;
 }
 
 // As far as it goes: the object has its list by now. Links lead elsewhere.
@@ -221,7 +241,10 @@ DWORD win32::SetNamedSecurityInfoA(LPSTR pszPath, SE_OBJECT_TYPE eType, SECURITY
         if (!Write(oPath, oStatus, oLists, oLists.oGranted))
             return ErrorOnPath(oPath, errno);
         if (S_ISDIR(oStatus.st_mode))
-            HandDown(oPath, oLists.oGranted);
+            OrOutOfMemory(false, [&] {   // which does not undo what is done
+                HandDown(oPath, oLists.oGranted);
+                return true;
+            });
         return ERROR_SUCCESS;
     });
 }
