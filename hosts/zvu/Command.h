@@ -45,4 +45,5 @@ void AddResolve(CLI::App& oApp, Action& action);
 void AddRights(CLI::App& oApp, Action& action);
 void AddRunAndWait(CLI::App& oApp, Action& action);
 void AddSql(CLI::App& oApp, Action& action);
+void AddTour(CLI::App& oApp, Action& action);
 void AddUrl(CLI::App& oApp, Action& action);

@@ -31,6 +31,7 @@ int Run(int nArguments, char** ppArguments)
     AddRights(oApp, action);
     AddRunAndWait(oApp, action);
     AddSql(oApp, action);
+    AddTour(oApp, action);
     AddUrl(oApp, action);
     try
     {

@@ -12,3 +12,9 @@ enum eStandardStream
 void MakeBinary(eStandardStream eStream);
 
 bool IsTerminal(eStandardStream eStream);
+
+// How wide the terminal is, in characters; 0 if the stream is none.
+int TerminalColumns(eStandardStream eStream);
+
+// Whether the terminal understands the escape sequences for colours, which some have to be told first.
+bool TakesColours(eStandardStream eStream);

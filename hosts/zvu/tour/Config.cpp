@@ -1,0 +1,217 @@
+#include "Families.h"
+
+#include "ZevrinUtils/ConfigParams.h"
+#include "ZevrinUtils/FileAccessRights.h"
+#include "ZevrinUtils/Folder.h"
+#include "ZevrinUtils/SQLFileParser.h"
+#include "ZevrinUtils/SystemInfo.h"
+
+#include <algorithm>
+
+namespace
+{
+constexpr auto pszKey = "Software\\ZevrinUtils\\Tour";
+constexpr long nAccessDenied = 5;
+
+constexpr int nFolders = 8;
+constexpr int nFilesInEach = 25;
+constexpr std::size_t nFileBytes = 4096;
+
+constexpr auto pszScript = "# The tables of a small shop.\n"
+                           "CREATE TABLE item (\n"
+                           "    id INT,\n"
+                           "    name TEXT\n"
+                           ");\n"
+                           "\n"
+                           "# What it sells.\n"
+                           "INSERT INTO item VALUES (1, 'tea');\n"
+                           "INSERT INTO item VALUES (2, 'sugar');\n";
+
+// Everyone, under the name that every machine knows.
+constexpr auto pszEveryone = "S-1-1-0";
+
+Outcome WriteParameters()
+{
+    CConfigParamsBase oParams;
+    HKEY hKey = nullptr;
+    const long nError = oParams.OpenRegistry(pszKey, hKey);
+    if (nError == nAccessDenied)
+        return LeftOut("this account may not write to the registry");
+    if (nError)
+        return Judged(false, Text("error ", nError));
+    oParams.setRegString(hKey, "Greeting", "hello");
+    oParams.setRegDWORD(hKey, "Answer", 42);
+    oParams.CloseRegistry(hKey);
+    return Judged(oParams.IsRegistryKeyExists(HKEY_LOCAL_MACHINE, pszKey), pszKey);
+}
+
+Outcome ReadParameters()
+{
+    CConfigParamsBase oParams;
+    std::string strGreeting;
+    unsigned long nAnswer = 0;
+    const bool bRead =
+        oParams.getRegString(pszKey, "Greeting", strGreeting) && oParams.getRegDWORD(pszKey, "Answer", nAnswer);
+    return Judged(bRead && strGreeting == "hello" && nAnswer == 42, Text(strGreeting, ", ", nAnswer));
+}
+
+Outcome DeleteParameters()
+{
+    CConfigParamsBase oParams;
+    HKEY hKey = nullptr;
+    if (const long nError = oParams.OpenRegistry(pszKey, hKey))
+        return Judged(false, Text("error ", nError));
+    for (const char* const pszName : {"Greeting", "Answer"})
+        oParams.DeleteRegValue(hKey, pszName);
+    oParams.CloseRegistry(hKey);
+    std::vector<std::string> oValues;
+    oParams.getRegSubKeyValues(pszKey, oValues);
+    return Judged(oValues.empty(), Text(oValues.size(), " values are left"));
+}
+
+Outcome MakeTree(const std::filesystem::path& oTree)
+{
+    std::string strError;
+    bool bMade = CSFolder::CreateFolder(oTree.string().c_str(), strError);
+    for (int nFolder = 0; nFolder < nFolders; ++nFolder)
+    {
+        const auto oFolder = oTree / Text("folder ", nFolder);
+        bMade = CSFolder::CreateFolder(oFolder.string().c_str(), strError) && bMade;
+        for (int nFile = 0; nFile < nFilesInEach; ++nFile)
+            WriteFile(oFolder / Text("file ", nFile, ".txt"), std::string(nFileBytes, 'x'));
+    }
+    return Judged(bMade, strError, Text(nFolders, " folders, ", nFolders * nFilesInEach, " files"));
+}
+
+Outcome Measure(const std::string& strTree)
+{
+    long nKilobytes = 0;
+    CSFolder::GetFolderSize(strTree.c_str(), nKilobytes);
+    return Judged(nKilobytes == nFolders * nFilesInEach * nFileBytes / 1024, Text(nKilobytes, " KiB"));
+}
+
+Outcome List(const std::string& strTree)
+{
+    std::vector<std::string> oFolders;
+    CSFolder::GetFolderList(strTree.c_str(), oFolders, true);
+    return Judged(oFolders.size() == nFolders, Text(oFolders.size(), " folders"));
+}
+
+Outcome Find(const std::string& strTree)
+{
+    std::vector<std::string> oFiles;
+    CSFolder::GetFilesPathList(strTree.c_str(), "FILE 7.TXT", oFiles, true);
+    return Judged(oFiles.size() == nFolders, Text(oFiles.size(), " files"));
+}
+
+// The one program that is sure to be on this machine is this one.
+Outcome RunProcess(const Surroundings& oSurroundings)
+{
+    const auto oText = oSurroundings.oScratch / "plain text";
+    const auto oCoded = oSurroundings.oScratch / "coded text";
+    WriteFile(oText, "Hello!");
+    const std::string strArguments = Text("zvu base64 encode \"", oText.string(), "\" \"", oCoded.string(), "\"");
+    CSFolder::CreateProcessAndWait(oSurroundings.strProgram.c_str(), strArguments.c_str(), nullptr);
+    const std::string strCoded = ReadFile(oCoded);
+    return Judged(strCoded == "SGVsbG8h", "it left " + strCoded);
+}
+
+Outcome GrantAll(const std::filesystem::path& oPath)
+{
+    CString strError;
+    const bool bDone = ZVUAddFileAccessRights(oPath.string().c_str(), pszEveryone, 1, strError) != 0;
+    if (std::string_view(strError).ends_with("0x32)"))
+        return LeftOut("this file system has no access lists");
+    return Judged(bDone, static_cast<const char*>(strError), "granted");
+}
+
+Outcome GrantToNobody(const std::filesystem::path& oPath)
+{
+    CString strError;
+    const bool bDone = ZVUAddFileAccessRights(oPath.string().c_str(), "no such account", 0, strError) != 0;
+    return Judged(!bDone && !strError.IsEmpty(), static_cast<const char*>(strError));
+}
+
+Outcome Split(const std::filesystem::path& oScript)
+{
+    WriteFile(oScript, pszScript);
+    std::vector<std::string> oStatements;
+    std::string strError;
+    CSSQLFileParser::Parse(oScript.string(), oStatements, strError);
+    const bool bRight = oStatements.size() == 3 && oStatements[0] == "CREATE TABLE item (id INT,name TEXT);";
+    return Judged(bRight, strError, Text(oStatements.size(), " statements"));
+}
+
+Outcome AskDisk(const std::filesystem::path& oFolder)
+{
+    CSystemInfo oInfo;
+    oInfo.SetDiskSpaceDirectory(oFolder.string());
+    double dPercent = -1;
+    unsigned long nMegabytes = 0;
+    const bool bDone = oInfo.GetFreeDiskSpacePercent(dPercent, nMegabytes);
+    return Judged(bDone && dPercent >= 0 && dPercent <= 100,
+                  Text(static_cast<int>(dPercent), " %, ", Grouped(nMegabytes), " MiB"));
+}
+}
+
+void ShowRegistry(Guide& oGuide, const Surroundings&)
+{
+    bool bWritable = true;
+    oGuide.Show("write a text and a number", [&] {
+        const auto oOutcome = WriteParameters();
+        bWritable = oOutcome.eHow != Outcome::eLeftOut;
+        return oOutcome;
+    });
+    if (!bWritable)
+        return;
+    oGuide.Show("read them", &ReadParameters);
+    oGuide.Show("delete them", &DeleteParameters);
+}
+
+void ShowFolders(Guide& oGuide, const Surroundings& oSurroundings)
+{
+    const auto oTree = oSurroundings.oScratch / "tree";
+    const std::string strTree = oTree.string();
+    const std::string strCopy = (oSurroundings.oScratch / "copy").string();
+    std::string strError;
+    oGuide.Show("make a tree", [&] { return MakeTree(oTree); });
+    oGuide.Show("copy it", [&] {
+        const bool bDone = CSFolder::CopyFolder(strTree.c_str(), strCopy.c_str(), strError);
+        return Judged(bDone, strError, "copied");
+    });
+    oGuide.Show("measure the copy", [&] { return Measure(strCopy); });
+    oGuide.Show("list its folders", [&] { return List(strCopy); });
+    oGuide.Show("find FILE 7.TXT in it", [&] { return Find(strCopy); });
+    oGuide.Show("delete it", [&] {
+        const bool bDone = CSFolder::DeleteFolder(strCopy.c_str(), strError);
+        return Judged(bDone && !std::filesystem::exists(strCopy), strError, "deleted");
+    });
+    oGuide.Show("run a program and wait for it", [&] { return RunProcess(oSurroundings); });
+}
+
+void ShowAccessRights(Guide& oGuide, const Surroundings& oSurroundings)
+{
+    const auto oFile = oSurroundings.oScratch / "shared";
+    WriteFile(oFile, "for everyone");
+    oGuide.Show("full access for everyone", [&] { return GrantAll(oFile); });
+    oGuide.Show("full access for an unknown account", [&] { return GrantToNobody(oFile); });
+}
+
+void ShowSqlScripts(Guide& oGuide, const Surroundings& oSurroundings)
+{
+    oGuide.Show("split a script with comments", [&] { return Split(oSurroundings.oScratch / "script.sql"); });
+}
+
+void ShowSystem(Guide& oGuide, const Surroundings& oSurroundings)
+{
+    oGuide.Show("how much of the disk is free?", [&] { return AskDisk(oSurroundings.oScratch); });
+    oGuide.Show("the text of error 5", [] {
+        std::string strText;
+        CSystemInfo::GetFormatedMessageForWin32ErrCode(nAccessDenied, strText);
+        return Judged(!strText.empty() && !strText.starts_with("Win32 error code"), strText);
+    });
+    oGuide.Show("does the manager run this process?", [] {
+        const bool bInside = CSystemInfo::IsExecutionInsideVDManager();
+        return Judged(!bInside, bInside ? "yes" : "no");
+    });
+}

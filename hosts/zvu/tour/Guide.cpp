@@ -1,0 +1,140 @@
+#include "Guide.h"
+
+#include "../StandardStreams.h"
+
+#include "ZevrinUtils/framework/Exception.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <exception>
+#include <iomanip>
+#include <iostream>
+
+namespace
+{
+constexpr int nVerdictWidth = 10;
+constexpr int nAskedWidth = 38;
+constexpr int nTimeWidth = 9;
+constexpr int nFewestColumns = 80;
+constexpr int nMostColumns = 120;   // lines that are longer are hard to follow
+
+struct Verdict
+{
+    const char* pszName;
+    const char* pszColour;
+};
+constexpr Verdict s_aVerdicts[] = {{"ok", "\x1b[32m"}, {"WRONG", "\x1b[1;31m"}, {"left out", "\x1b[33m"}};
+static_assert(std::size(s_aVerdicts) == Outcome::eVerdicts);
+
+constexpr auto pszBold = "\x1b[1m";
+constexpr auto pszFaint = "\x1b[2m";
+constexpr auto pszPlain = "\x1b[0m";
+
+// A row is one line: what would end it becomes a blank.
+std::string OneLine(std::string strText)
+{
+    while (!strText.empty() && std::isspace(static_cast<unsigned char>(strText.back())))
+        strText.pop_back();
+    std::ranges::replace_if(
+        strText, [](char ch) { return ch == '\n' || ch == '\r' || ch == '\t'; }, ' ');
+    return strText;
+}
+
+// At most so many characters, padded to as many.
+std::string Fitted(const std::string& strText, int nWidth)
+{
+    const auto nRoom = static_cast<std::size_t>(nWidth);
+    if (strText.size() <= nRoom)
+        return strText + std::string(nRoom - strText.size(), ' ');
+    return strText.substr(0, nRoom - 3) + "...";
+}
+
+std::string TimeText(std::chrono::duration<double> nTook)
+{
+    const double nSeconds = nTook.count();
+    const auto [nValue, pszUnit] = nSeconds < 0.001 ? std::pair(nSeconds * 1e6, " us")
+                                   : nSeconds < 1   ? std::pair(nSeconds * 1e3, " ms")
+                                                    : std::pair(nSeconds, " s ");
+    return Text(std::fixed, std::setprecision(nValue < 10 ? 1 : 0), nValue, pszUnit);
+}
+
+std::string TextOf(CException* pError)
+{
+    std::array<char, 1000> achText{};
+    pError->GetErrorMessage(achText.data(), achText.size());
+    pError->Delete();
+    return achText.data();
+}
+}
+
+Guide::Guide()
+    : m_nColumns(TerminalColumns(eStandardOutput)),
+      m_bColour(m_nColumns > 0 && !std::getenv("NO_COLOR") && TakesColours(eStandardOutput))
+{
+    if (m_nColumns > 0)
+        m_nColumns = std::clamp(m_nColumns, nFewestColumns, nMostColumns);
+}
+
+void Guide::EnterFamily(const char* pszName)
+{
+    m_pszFamily = pszName;
+    if (m_nColumns > 0)
+        std::cout << '\n' << (m_bColour ? pszBold : "") << pszName << (m_bColour ? pszPlain : "") << '\n';
+}
+
+void Guide::Show(const std::string& strAsked, const std::function<Outcome()>& ask)
+{
+    const auto nStart = Clock::now();
+    Outcome oOutcome;
+    try
+    {
+        oOutcome = ask();
+    }
+    catch (const std::exception& oError)
+    {
+        oOutcome = Judged(false, oError.what());
+    }
+    catch (CException* pError)
+    {
+        oOutcome = Judged(false, TextOf(pError));
+    }
+    ++m_anStops[oOutcome.eHow];
+    PrintRow(OneLine(strAsked), {oOutcome.eHow, OneLine(oOutcome.strText)}, Clock::now() - nStart);
+}
+
+void Guide::PrintRow(const std::string& strAsked, const Outcome& oOutcome, std::chrono::duration<double> nTook) const
+{
+    const auto& [pszVerdict, pszColour] = s_aVerdicts[oOutcome.eHow];
+    if (m_nColumns == 0)
+    {
+        std::cout << pszVerdict << '\t' << m_pszFamily << '\t' << strAsked << '\t' << oOutcome.strText << '\t'
+                  << std::fixed << std::setprecision(3) << nTook.count() * 1000 << std::endl;
+        return;
+    }
+    // What was left out took no time that anyone wants to know.
+    const std::string strTime = oOutcome.eHow == Outcome::eLeftOut ? "" : TimeText(nTook);
+    const int nAnswerWidth = m_nColumns - nVerdictWidth - nAskedWidth - nTimeWidth - 5;
+    std::cout << "  " << (m_bColour ? pszColour : "") << Fitted(pszVerdict, nVerdictWidth)
+              << (m_bColour ? pszPlain : "") << Fitted(strAsked, nAskedWidth) << "  "
+              << Fitted(oOutcome.strText, nAnswerWidth) << (m_bColour ? pszFaint : "") << std::right
+              << std::setw(nTimeWidth) << strTime << (m_bColour ? pszPlain : "") << std::endl;
+}
+
+bool Guide::Close() const
+{
+    const auto [nRight, nWrong, nLeftOut] = m_anStops;
+    if (m_nColumns > 0)
+        std::cout << '\n'
+                  << nRight << " of " << nRight + nWrong << " right in " << TimeText(Clock::now() - m_nStart)
+                  << (nLeftOut ? Text("; ", nLeftOut, " left out") : "") << std::endl;
+    return nWrong == 0 && nRight > 0;
+}
+
+std::string Grouped(unsigned long long nNumber)
+{
+    std::string strText = std::to_string(nNumber);
+    for (auto nPlace = static_cast<std::ptrdiff_t>(strText.size()) - 3; nPlace > 0; nPlace -= 3)
+        strText.insert(static_cast<std::size_t>(nPlace), 1, ',');
+    return strText;
+}

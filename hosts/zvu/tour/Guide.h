@@ -1,0 +1,76 @@
+// The table of the tour: what was asked, what came out, and how long it took.
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <sstream>
+#include <string>
+
+// What came out at one stop.
+struct Outcome
+{
+    enum eVerdict
+    {
+        eRight,
+        eWrong,
+        eLeftOut,   // this machine, or a tour that nobody answers, cannot show it; the text says why
+        eVerdicts
+    };
+    eVerdict eHow;
+    std::string strText;
+};
+
+inline Outcome Judged(bool bRight, std::string strText)
+{
+    return {bRight ? Outcome::eRight : Outcome::eWrong, std::move(strText)};
+}
+
+// Of an operation that tells its failure as a text: that, if there is one.
+inline Outcome Judged(bool bRight, const std::string& strError, const std::string& strText)
+{
+    return Judged(bRight && strError.empty(), strError.empty() ? strText : strError);
+}
+
+inline Outcome LeftOut(std::string strWhy)
+{
+    return {Outcome::eLeftOut, std::move(strWhy)};
+}
+
+// Leads through the stops and prints a row for each as soon as it is over: for a person on a terminal, otherwise
+// plain, with tabs between verdict, family, question, answer and milliseconds.
+class Guide
+{
+public:
+    Guide();
+
+    void EnterFamily(const char* pszName);
+
+    // An exception out of the question is a wrong outcome.
+    void Show(const std::string& strAsked, const std::function<Outcome()>& ask);
+
+    // The sum of it. Whether nothing came out wrong.
+    bool Close() const;
+
+private:
+    using Clock = std::chrono::steady_clock;
+
+    void PrintRow(const std::string& strAsked, const Outcome& oOutcome, std::chrono::duration<double> nTook) const;
+
+    int m_nColumns;   // of the terminal; 0: plain rows
+    bool m_bColour;
+    const char* m_pszFamily = "";
+    int m_anStops[Outcome::eVerdicts] = {};
+    Clock::time_point m_nStart = Clock::now();
+};
+
+// All of it as one text.
+template <class... Piece>
+std::string Text(const Piece&... oPiece)
+{
+    std::ostringstream oText;
+    (oText << ... << oPiece);
+    return oText.str();
+}
+
+// 1234567 as "1,234,567".
+std::string Grouped(unsigned long long nNumber);

@@ -1,0 +1,101 @@
+// zvu tour: every family of the library at work, on real input.
+#include "../Command.h"
+#include "../OwnProcess.h"
+#include "../SocketLayer.h"
+#include "Families.h"
+
+#include "ZevrinUtils/Generators.h"
+
+#include <fstream>
+
+namespace
+{
+struct Family
+{
+    const char* pszName;
+    void (*pfnShow)(Guide&, const Surroundings&);
+};
+constexpr Family s_aFamilies[] = {
+    {"Lock", &ShowLock},
+    {"Addresses", &ShowAddresses},
+    {"DNS resolver", &ShowResolver},
+    {"Port listener and HTTP client", &ShowListenerAndHttp},
+    {"URLs", &ShowUrls},
+    {"Registry", &ShowRegistry},
+    {"Folders and processes", &ShowFolders},
+    {"Access rights", &ShowAccessRights},
+    {"SQL scripts", &ShowSqlScripts},
+    {"System", &ShowSystem},
+    {"Base64", &ShowBase64},
+    {"Passwords and GUIDs", &ShowGenerators},
+    {"Mail and folder picker", &ShowMailAndPicker},
+};
+
+// The tour's folder, which goes with it.
+class ScratchFolder
+{
+public:
+    ScratchFolder() : m_oPath(std::filesystem::temp_directory_path() / ("zvu-tour-" + CSGuid::CreateGUID()))
+    {
+        create_directory(m_oPath);
+    }
+    ~ScratchFolder()
+    {
+        std::error_code oIgnored;
+        remove_all(m_oPath, oIgnored);
+    }
+    ScratchFolder(const ScratchFolder&) = delete;
+    ScratchFolder& operator=(const ScratchFolder&) = delete;
+
+    const std::filesystem::path& Path() const { return m_oPath; }
+
+private:
+    std::filesystem::path m_oPath;
+};
+
+int Tour()
+{
+    if (!StartSocketLayer())
+    {
+        std::cerr << "zvu: the socket layer does not start\n";
+        return eFailed;
+    }
+    const ScratchFolder oScratch;
+    // On Linux, parameters of the tour's own; and no proxy stands between a client and a server of one machine.
+    SetEnvironment("ZEVRIN_REGISTRY", (oScratch.Path() / "registry.db").string());
+    SetEnvironment("no_proxy", "127.0.0.1");
+
+    const Surroundings oSurroundings{oScratch.Path(), ProgramPath()};
+    Guide oGuide;
+    for (const auto& [pszName, pfnShow] : s_aFamilies)
+    {
+        oGuide.EnterFamily(pszName);
+        pfnShow(oGuide, oSurroundings);
+    }
+    return oGuide.Close() ? eSucceeded : eFailed;
+}
+}
+
+void WriteFile(const std::filesystem::path& oPath, const std::string& strBytes)
+{
+    std::ofstream oFile(oPath, std::ios::binary);
+    oFile.exceptions(std::ios::failbit | std::ios::badbit);
+    oFile << strBytes << std::flush;
+}
+
+std::string ReadFile(const std::filesystem::path& oPath)
+{
+    std::ostringstream oBytes;
+    oBytes << std::ifstream(oPath, std::ios::binary).rdbuf();
+    return oBytes.str();
+}
+
+void AddTour(CLI::App& oApp, Action& action)
+{
+    auto* const pCommand = oApp.add_subcommand("tour", "Show every family of the library at work");
+    pCommand->footer("It works in a folder of its own under the one for temporary files and on the loopback network,\n"
+                     "and leaves nothing behind but, on Windows, an empty registry key. Without a terminal the rows\n"
+                     "have tabs between verdict, family, question, answer and milliseconds.\n"
+                     "Example: zvu tour");
+    pCommand->callback([&action] { action = &Tour; });
+}
