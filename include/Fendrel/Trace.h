@@ -12,34 +12,36 @@
 #pragma once
 
 #if !defined(_WIN32)
-#define FENDREL_API __attribute__((visibility("default")))
+#define FENDREL_API __attribute__((visibility("default")))   ///< what this library exports
 #elif defined(FENDREL_BUILDING)
 #define FENDREL_API __declspec(dllexport)
 #else
 #define FENDREL_API __declspec(dllimport)
 #endif
 
+/// The trace service: takes records, and gives those that are wanted to the sink in force.
 class FENDREL_API CSTrace
 {
 public:
+    /// How much a record matters, and how much of them passes.
     enum eTraceSeverity
     {
-        eNothing = 0,   ///< as a threshold only: no record passes
-        eError = 1,
-        eWarning = 2,
-        eInformation = 3,
-        eDebug = 4   ///< also every entry to and exit from a traced method
+        eNothing = 0,       ///< as a threshold only: no record passes
+        eError = 1,         ///< something is not done
+        eWarning = 2,       ///< something has no result
+        eInformation = 3,   ///< what has come out
+        eDebug = 4          ///< also every entry to and exit from a traced method
     };
 
     /// A finished record. The texts are borrowed for the duration of the call and are never null.
     struct Record
     {
-        eTraceSeverity eSeverity;
-        const char* pszText;
-        const char* pszClass;    ///< empty in exit records
-        const char* pszMethod;   ///< qualified by the class
-        const char* pszFile;     ///< as the build names the source file
-        int nLine;               ///< 0 in exit records
+        eTraceSeverity eSeverity;   ///< never eNothing
+        const char* pszText;        ///< the message
+        const char* pszClass;       ///< empty in exit records
+        const char* pszMethod;      ///< qualified by the class
+        const char* pszFile;        ///< as the build names the source file
+        int nLine;                  ///< 0 in exit records
     };
 
     /// Runs on the thread that traces, and so in several threads at once. No lock of the service is held, but
@@ -58,7 +60,7 @@ public:
 
     /// Records up to this severity pass; at first those up to eWarning.
     void SetThreshold(eTraceSeverity eMost) noexcept;
-    eTraceSeverity GetThreshold() const noexcept;
+    eTraceSeverity GetThreshold() const noexcept;   ///< what SetThreshold was given
 
     /// Each of these replaces the sink in force. One that returns false leaves it as it was.
 

@@ -39,10 +39,10 @@ public:
     class TempBucket
     {
     public:
-        BYTE m_aData[4]{};
-        BYTE m_nSize = 0;   ///< of the bytes in use; only _EncodeToBuffer reads it
+        BYTE m_aData[4]{};   ///< bytes or values
+        BYTE m_nSize = 0;    ///< of the bytes in use; only _EncodeToBuffer reads it
 
-        void Clear() { *this = TempBucket(); }
+        void Clear() { *this = TempBucket(); }   ///< all zero
     };
 
     /// No storage on either side yet.
@@ -51,7 +51,7 @@ public:
     /// Member by member: both then share their storage, which each of them frees. Keep only one of the two in
     /// use and alive. What an assigned object held is lost. Exported for completeness; not for use.
     Base64Coder(const Base64Coder& oOther);
-    Base64Coder& operator=(const Base64Coder& oOther);
+    Base64Coder& operator=(const Base64Coder& oOther);   ///< likewise
 
     virtual ~Base64Coder();
 
@@ -86,9 +86,9 @@ public:
     /// It stays the object's.
     virtual const char* EncodedMessage() const;
 
-    /// Prepares a side: room for so many bytes, all of it zero, and its size 0. Zero bytes need no storage.
+    /// Prepares the text side: room for so many bytes, all of it zero, and its size 0. Zero bytes need no storage.
     virtual void AllocEncode(unsigned long nSize);
-    virtual void AllocDecode(unsigned long nSize);
+    virtual void AllocDecode(unsigned long nSize);   ///< the same for the plain side
 
     /// Loads the text side with what the filter lets pass of so many characters.
     virtual void SetEncodeBuffer(BYTE* const pBuffer, unsigned long nLength);
@@ -122,10 +122,10 @@ protected:
     BYTE* m_pBlockBuffer = nullptr;       ///< so many bytes, from the first block on
     BYTE* m_pDecodeBuffer = nullptr;      ///< the plain side
     BYTE* m_pEncodeBuffer = nullptr;      ///< the text side
-    unsigned int m_nDecodeCapacity = 0;   ///< bytes allocated
-    unsigned int m_nEncodeCapacity = 0;
-    unsigned int m_nDecodeSize = 0;   ///< bytes in use
-    unsigned int m_nEncodeSize = 0;
+    unsigned int m_nDecodeCapacity = 0;   ///< bytes allocated on the plain side
+    unsigned int m_nEncodeCapacity = 0;   ///< and on the text side
+    unsigned int m_nDecodeSize = 0;       ///< bytes in use on the plain side
+    unsigned int m_nEncodeSize = 0;       ///< and on the text side
 
     static char m_DecodeTable[256];   ///< by character: its value, 0xFF for padding, 0xFE for others
     static int m_Init;                ///< 1 once the table is filled

@@ -24,8 +24,8 @@ class ZEVRINUTILS_API CConfigParamsBase
 public:
     /// Calls OpenKeys, of this class: an override is not there yet.
     CConfigParamsBase();
-    CConfigParamsBase(const CConfigParamsBase& oOther);   ///< without a call of OpenKeys
-    CConfigParamsBase& operator=(const CConfigParamsBase& oOther);
+    CConfigParamsBase(const CConfigParamsBase& oOther);              ///< without a call of OpenKeys
+    CConfigParamsBase& operator=(const CConfigParamsBase& oOther);   ///< copies nothing
     virtual ~CConfigParamsBase();
 
     /// Whether the key can be opened for reading. Never creates one.
@@ -33,8 +33,9 @@ public:
 
     /// Opens an existing key with all access.
     ///
-    /// @param hRoot  the key that the path starts from: HKEY_LOCAL_MACHINE, or one that is open
-    /// @param hKey   receives the handle, for CloseRegistry; not set after a failure
+    /// @param hRoot    the key that the path starts from: HKEY_LOCAL_MACHINE, or one that is open
+    /// @param pszPath  the way from there
+    /// @param hKey     receives the handle, for CloseRegistry; not set after a failure
     /// @return 0 (ERROR_SUCCESS) or the Win32 error number
     long OpenRegistryKey(HKEY hRoot, const char* pszPath, HKEY& hKey);
 
@@ -51,7 +52,10 @@ public:
 
     /// Reads the bytes of a value of any type; a DWORD comes as its four bytes. No terminator is added.
     ///
-    /// @param nSize  the buffer's size in bytes
+    /// @param hKey     an open key
+    /// @param pszName  the value's name
+    /// @param pBuffer  receives the bytes
+    /// @param nSize    the buffer's size in bytes
     /// @return false if there is no such value or it does not fit
     bool getRegString(HKEY& hKey, const char* pszName, char* pBuffer, int nSize);
 
@@ -66,6 +70,7 @@ public:
     ///
     /// @return false if there is no such value or it is longer; the number then stays
     bool getRegDWORD(HKEY& hKey, const char* pszName, unsigned long& nValue);
+    /// By path; a key that cannot be opened gives false.
     bool getRegDWORD(const char* pszPath, const char* pszName, unsigned long& nValue);
 
     /// Writes a text with its terminator (REG_SZ). Whether it was refused is not told.

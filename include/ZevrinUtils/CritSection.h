@@ -10,11 +10,11 @@ class ZEVRINUTILS_API CSLockable
 {
 public:
     CSLockable() = default;
-    CSLockable(const CSLockable&) = default;
-    CSLockable& operator=(const CSLockable&) = default;
+    CSLockable(const CSLockable&) = default;              ///< there is nothing to copy
+    CSLockable& operator=(const CSLockable&) = default;   ///< likewise
 
-    virtual bool Lock() = 0;
-    virtual bool Unlock() = 0;
+    virtual bool Lock() = 0;     ///< waits for the lock and holds it
+    virtual bool Unlock() = 0;   ///< gives it up, once
 };
 
 /// A lock that one thread at a time can hold. Its holder may enter again and must leave as often.
@@ -33,10 +33,10 @@ public:
     /// The copy of a held lock is held too, by the same thread, and each of the two objects deletes the
     /// same internals when it goes. Exported for classes that are copied with their lock; not for use.
     CSCritSection(const CSCritSection& oOther);
-    CSCritSection& operator=(const CSCritSection& oOther);
+    CSCritSection& operator=(const CSCritSection& oOther);   ///< likewise
 
-    void enter();
-    void leave();
+    void enter();   ///< waits for the lock, without a limit, and holds it
+    void leave();   ///< gives it up, once
 
     bool Lock() override;     ///< as enter; always true
     bool Unlock() override;   ///< as leave; always true

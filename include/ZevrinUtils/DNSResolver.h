@@ -52,7 +52,7 @@ public:
     /// Member by member: the copy shares the events and the thread with its source, and the first of the
     /// two to be destroyed ends them. Exported for completeness; not for use.
     CSDNSResolver(const CSDNSResolver& oOther);
-    CSDNSResolver& operator=(const CSDNSResolver& oOther);
+    CSDNSResolver& operator=(const CSDNSResolver& oOther);   ///< likewise
 
 private:
     CSDNSResolver();

@@ -13,7 +13,7 @@ class ZEVRINUTILS_API CSFolderConsumer
 {
 public:
     CSFolderConsumer();
-    CSFolderConsumer(const CSFolderConsumer& oOther);
+    CSFolderConsumer(const CSFolderConsumer& oOther);              ///< copies nothing
     CSFolderConsumer& operator=(const CSFolderConsumer& oOther);   ///< copies nothing
 
     /// Called once for each folder, on the thread of the listing, before the folders below it.
@@ -39,7 +39,7 @@ class ZEVRINUTILS_API CSFolder
 {
 public:
     CSFolder();
-    CSFolder(const CSFolder& oOther);
+    CSFolder(const CSFolder& oOther);              ///< copies nothing
     CSFolder& operator=(const CSFolder& oOther);   ///< copies nothing
     virtual ~CSFolder();
 
@@ -90,6 +90,6 @@ public:
 
     /// The path with a backslash behind it, unless it ends in one. An empty one gives a backslash.
     static std::string AddBackslash(const char* pszPath);
-    static std::string AddBackslash(const std::string& strPath);
-    static CString AddBackslash(const CString& strPath);
+    static std::string AddBackslash(const std::string& strPath);   ///< the same
+    static CString AddBackslash(const CString& strPath);           ///< the same
 };

@@ -39,6 +39,8 @@ public:
     /// The same below a folder; the edit box is not checked.
     const ITEMIDLIST* BrowseForFolder(const char* pszTitle, const CString& strRootPath);
 
+    /// Browses as the caller likes. The chosen item, null if the user canceled.
+    ///
     /// @param pszTitle  text above the tree
     /// @param nFlags    BIF_ flags of the shell
     /// @param pRoot     the item at the top, which must live on; null: the desktop
@@ -46,16 +48,20 @@ public:
     const ITEMIDLIST* BrowseForFolder(const char* pszTitle, unsigned int nFlags, const ITEMIDLIST* pRoot, int nOption);
 
     /// The path of the folder that was chosen; empty if the user canceled, or typed a path that the shell does not
-    /// know. Without a title it is the old dialog, with neither edit box nor a title to be proud of.
+    /// know. This one, without a title, is the old dialog: neither edit box nor a title to be proud of.
     CString GetFolder();
-    CString GetFolder(const CString& strTitle);
+    CString GetFolder(const CString& strTitle);   ///< the same in the new dialog
 
+    /// The same, beginning in a folder.
+    ///
+    /// @param strTitle        text above the tree
     /// @param strStartFolder  selected at first, by this and all later browses of the object
     CString GetFolder(const CString& strTitle, const CString& strStartFolder);
 
     /// The same, but a typed path counts too if there is a file or folder of that name. The answer is remembered for
     /// the rest of the process.
     ///
+    /// @param strTitle        text above the tree
     /// @param bUseLastFolder  true: what was remembered is selected at first
     CString GetValidFolder(const CString& strTitle, bool bUseLastFolder);
 
@@ -88,9 +94,9 @@ protected:
     /// accepts a path of something that exists, and shows a message for any other.
     virtual int OnValidateFailed(const char* pszPath);
 
-    /// For the hooks: enables or disables the open browser's OK button, and sets its text.
+    /// For the hooks: enables the open browser's OK button, or with 0 disables it.
     void EnableOK(int nEnable);
-    void SetOKText(const unsigned short* pszText);
+    void SetOKText(const unsigned short* pszText);   ///< the text of that button, UTF-16
 
     /// The item of a path, null if there is none.
     ITEMIDLIST* ConvertPathToLpItemIdList(const char* pszPath);

@@ -16,8 +16,8 @@ class ZEVRINUTILS_API CSPasswordUtils
 {
 public:
     CSPasswordUtils();
-    CSPasswordUtils(const CSPasswordUtils& oOther);
-    CSPasswordUtils& operator=(const CSPasswordUtils& oOther);
+    CSPasswordUtils(const CSPasswordUtils& oOther);              ///< copies nothing
+    CSPasswordUtils& operator=(const CSPasswordUtils& oOther);   ///< likewise
     virtual ~CSPasswordUtils();
 
     /// Appends nLength, or one or two more, new characters: capital, small letter, digit, capital and so on,
@@ -45,8 +45,8 @@ class ZEVRINUTILS_API CSGuid
 {
 public:
     CSGuid();
-    CSGuid& operator=(const CSGuid& oOther);
-    ~CSGuid();   // NOLINT(performance-trivially-destructible): hosts may import it
+    CSGuid& operator=(const CSGuid& oOther);   ///< copies nothing
+    ~CSGuid();                                 // NOLINT(performance-trivially-destructible): hosts may import it
 
     /// A new GUID: 36 characters, "8-4-4-4-12" small hexadecimal digits. Empty if the system has none to give,
     /// or no memory for its text.

@@ -19,8 +19,8 @@ class ZEVRINUTILS_API CHTTPRequestObserver
 {
 public:
     CHTTPRequestObserver();
-    CHTTPRequestObserver(const CHTTPRequestObserver& oOther);
-    CHTTPRequestObserver& operator=(const CHTTPRequestObserver& oOther);
+    CHTTPRequestObserver(const CHTTPRequestObserver& oOther);              ///< copies nothing
+    CHTTPRequestObserver& operator=(const CHTTPRequestObserver& oOther);   ///< likewise
 
     /// The size of the answer in bytes, once, before the first byte is read. For an answer that does not tell
     /// its size it is what has arrived so far. Not to be relied on for sizes from 4 GiB on.
@@ -63,6 +63,7 @@ protected:
 class ZEVRINUTILS_API CHttpServices
 {
 public:
+    /// How a retrieval ended.
     enum eHttpReqRTC
     {
         eHttpReqOK = 0,        ///< the whole answer went to the output
@@ -76,12 +77,12 @@ public:
     /// Member by member, an open request and the observer as plain pointers: two objects that share a request
     /// both free it. Safe only while no request is open.
     CHttpServices(const CHttpServices& oOther);
-    CHttpServices& operator=(const CHttpServices& oOther);
+    CHttpServices& operator=(const CHttpServices& oOther);   ///< likewise
 
     /// Closes the open request, if there is one.
     virtual ~CHttpServices();
 
-    void SetAppName(CString strAppName);
+    void SetAppName(CString strAppName);   ///< the agent text of later requests
 
     /// The verb of every request: 0 POST, 1 GET (at first), 2 HEAD, 3 PUT, 4 LINK, 5 DELETE, 6 UNLINK. No body is
     /// ever sent.
@@ -98,10 +99,13 @@ public:
     /// Copies the answer into a stream, in blocks of 1024 bytes. What was written stays there, whatever the
     /// result, and the stream's flags are left as they are.
     ///
+    /// @param sURL            what to fetch
     /// @param oOutput         the caller's
+    /// @param sNewHost        receives the host that was asked instead, if any
     /// @param pObserver       may be null
     /// @param bCheckRunning   non-zero: ask the observer's bKeepRunning
     /// @param bUniqueRequest  non-zero: MakeUniqueHttpRequest on a copy of the URL
+    /// @param psError         receives the text of a failure; may be null
     /// @param bUseHostCache   non-zero: a host that is not known yet is first asked for its root, and if that
     ///                        redirects to another host, the request and later ones go there
     /// @throws CInternetException*  the answer broke off. The catcher calls its Delete; the observer heard no end,
@@ -125,7 +129,7 @@ public:
     /// Non-zero: every retrieval of this object is canceled after its next block, until Abort(0). A read that
     /// waits for the network is not interrupted. From any thread.
     void Abort(int bValue);
-    int IsAbort();
+    int IsAbort();   ///< the value that Abort was given; 0 at first
 
     /// Non-zero if a server answers the URL's connection; no proxy is asked. Of a URL of 260 bytes or more the system
     /// sees an empty text.
@@ -133,6 +137,7 @@ public:
 
     /// Percent-escapes all but letters and digits; a blank becomes "+".
     ///
+    /// @param pszText  any bytes
     /// @param nLength  bytes to escape; 0: up to the first zero byte
     /// @return new text, to be released with free; null if memory is short
     char* URL_Escape(const char* pszText, int nLength);
@@ -142,6 +147,7 @@ public:
     /// may be missing, and two bytes are used up in any case. Behind a last "%" comes the value of the
     /// escape before it; do not depend on it.
     ///
+    /// @param pszText     any bytes
     /// @param nLength     bytes to read; 0: up to the first zero byte
     /// @param nOutLength  receives the bytes of the result, its closing zero counted
     /// @return new text, to be released with free; null if memory is short
@@ -160,13 +166,13 @@ protected:
     /// Deletes file, connection and session, closing them before if asked.
     void CloseGetRequest(int bClose);
 
-    int bIsRedirection(unsigned long nStatus);
+    int bIsRedirection(unsigned long nStatus);   ///< non-zero for 301, 302 and 303
 
     /// What stands behind "Location: " in the answer's headers, its carriage return included; all headers if
     /// there is none.
     CString sGetRedirectionNewLocation();
 
-    CString sGetHost(const CString& sURL);
+    CString sGetHost(const CString& sURL);          ///< empty if the URL does not split
     unsigned short nGetPort(const CString& sURL);   ///< 80 if the URL does not split
     CString sGetStrippedURL(const CString& sURL);   ///< http, host and port
 
@@ -179,17 +185,17 @@ protected:
     /// The URL with its host replaced by the one above, wherever it occurs in the text.
     CString sGetCachedURL(const CString& sURL);
 
-    CInternetSession* m_pSession = nullptr;
-    CHttpConnection* m_pConnection = nullptr;
-    CHTTPRequestObserver* m_pObserver = nullptr;
-    CHttpFile* m_pFile = nullptr;
-    CString m_strAppName;
-    CString m_strUserName;
-    CString m_strPassword;
-    int m_nGetPostType = 1;
-    int m_bAbort = 0;
-    int m_bSecure = 0;
-    unsigned short m_nSecurePort = 0;   ///< in use while m_bSecure is set
+    CInternetSession* m_pSession = nullptr;        ///< of the open request; owned
+    CHttpConnection* m_pConnection = nullptr;      ///< of the open request; owned
+    CHTTPRequestObserver* m_pObserver = nullptr;   ///< of the last retrieval; the host's
+    CHttpFile* m_pFile = nullptr;                  ///< the open request; owned
+    CString m_strAppName;                          ///< agent text
+    CString m_strUserName;                         ///< for servers that ask
+    CString m_strPassword;                         ///< to that name
+    int m_nGetPostType = 1;                        ///< number of the verb
+    int m_bAbort = 0;                              ///< non-zero: retrievals are canceled
+    int m_bSecure = 0;                             ///< 1: secure transport
+    unsigned short m_nSecurePort = 0;              ///< in use while m_bSecure is set
 
     /// The host to ask, by the host in the URL, for hosts that were learned from redirects.
     static CMapStringToString m_oHostNameToIp;

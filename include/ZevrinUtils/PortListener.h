@@ -79,10 +79,10 @@ typedef unsigned long (*ListenerHandler)(unsigned short nPort, const char* pszRe
 /// One listener of a CSPortListener.
 struct CSListenerRecord
 {
-    unsigned short m_nPort;   ///< in host byte order
-    unsigned int m_hSocket;   ///< the listening socket; -1 once a stop has closed it
-    ListenerHandler m_pfnHandler;
-    HANDLE m_hThread;   ///< set after the thread has started; the thread never reads it
+    unsigned short m_nPort;         ///< in host byte order
+    unsigned int m_hSocket;         ///< the listening socket; -1 once a stop has closed it
+    ListenerHandler m_pfnHandler;   ///< the host's
+    HANDLE m_hThread;               ///< set after the thread has started; the thread never reads it
 };
 
 /// Opens TCP ports and answers each connection with one call of a handler: one request, one reply, close.
@@ -102,7 +102,7 @@ public:
     /// Member by member: the copy shares the listeners, and the first of the two to be destroyed ends them.
     /// Exported for completeness; not for use.
     CSPortListener(const CSPortListener& oOther);
-    CSPortListener& operator=(const CSPortListener& oOther);
+    CSPortListener& operator=(const CSPortListener& oOther);   ///< likewise
 
     /// Stops all listeners.
     virtual ~CSPortListener();
@@ -136,15 +136,17 @@ protected:
     /// no such index.
     int StopListener(int nIndex);
 
+    /// Serves a port until its socket is closed; what the thread of a CSListenerRecord runs. 0 if it was idle then, 1
+    /// if it came back from a connection.
     static DWORD WINAPI ListenerThreadFunc(void* pRecord);
 
     /// Receives one request: 1, or 0 if there is no memory for the read buffer.
     static int ReceiveMsg(unsigned int hSocket, ZVString& oMessage);
 
-    int m_bWinsockStarted = 0;
+    int m_bWinsockStarted = 0;                     ///< non-zero: InitWinsock has succeeded
     std::vector<CSListenerRecord*> m_oListeners;   ///< in order of start; owned
-    static void* m_pContext;
-    static int m_bUseHeader;
+    static void* m_pContext;                       ///< of all objects
+    static int m_bUseHeader;                       ///< of all objects
 
 private:
     friend struct CSPortListenerPeer;   // the tests: the layout

@@ -28,8 +28,8 @@ class ZEVRINUTILS_API CSSQLFileParser
 {
 public:
     CSSQLFileParser();
-    CSSQLFileParser(const CSSQLFileParser& oOther);
-    CSSQLFileParser& operator=(const CSSQLFileParser& oOther);
+    CSSQLFileParser(const CSSQLFileParser& oOther);              ///< copies nothing
+    CSSQLFileParser& operator=(const CSSQLFileParser& oOther);   ///< likewise
     virtual ~CSSQLFileParser();
 
     /// Adds the statements of a file behind what the list holds.

@@ -44,7 +44,7 @@ public:
     /// Member by member: recipients and attachments are shared, and freed by both. Only one of the two may be used
     /// and destroyed.
     CSIMapi(const CSIMapi& oOther);
-    CSIMapi& operator=(const CSIMapi& oOther);
+    CSIMapi& operator=(const CSIMapi& oOther);   ///< likewise
 
     virtual ~CSIMapi();
 
@@ -52,9 +52,9 @@ public:
     /// process. Loads nothing.
     static int HasEmail();
 
-    /// Adds a main or a copy recipient: 1, or 0 if memory is short, and then those before are lost.
+    /// Adds a main recipient: 1, or 0 if memory is short, and then those before are lost.
     int To(const char* pszName);
-    int Cc(const char* pszName);
+    int Cc(const char* pszName);   ///< the same for a copy recipient
 
     /// Adds an attachment: 1, or 0 if memory is short, and then those before are lost.
     ///
@@ -62,9 +62,9 @@ public:
     /// @param pszFileName  name under which the message shows it
     int Attach(const char* pszPathName, const char* pszFileName);
 
-    void SetSubject(const char* pszSubject);
-    void SetText(const char* pszText);
-    void SetFrom(const char* pszName);
+    void SetSubject(const char* pszSubject);   ///< borrowed
+    void SetText(const char* pszText);         ///< copied, in place of the text before
+    void SetFrom(const char* pszName);         ///< the sender; borrowed
 
     /// Shows the message in the mail client and waits for the user: 1 if it was sent, otherwise 0.
     ///

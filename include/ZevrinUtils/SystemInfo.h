@@ -20,7 +20,7 @@ public:
     /// Takes over the kept answer and the directory. The lock is copied as CSCritSection copies, which leaves two
     /// objects with one lock's internals: exported for completeness, not for use.
     CSystemInfo(const CSystemInfo& oOther);
-    CSystemInfo& operator=(const CSystemInfo& oOther);
+    CSystemInfo& operator=(const CSystemInfo& oOther);   ///< likewise
 
     virtual ~CSystemInfo();
 
@@ -36,7 +36,7 @@ public:
     /// Any directory on the disk in question; empty, as at first, for the disk of the current one. Not checked, and
     /// the kept answer stays. Always true.
     bool SetDiskSpaceDirectory(const std::string& sDirectory);
-    void GetDiskSpaceDirectory(std::string& sDirectory);
+    void GetDiskSpaceDirectory(std::string& sDirectory);   ///< what SetDiskSpaceDirectory was given
 
     /// The system's text for a Win32 error number, with the line end behind it; "Win32 error code: " and the number,
     /// signed, if it has none.

@@ -61,7 +61,7 @@ public:
     /// The file, the cause in words and the error number; nothing while there is no cause.
     int GetErrorMessage(char* pszText, unsigned nMaxLength) const override;
 
-    eCause m_eCause = none;
-    LONG m_lOsError = -1;
-    std::string m_strFileName;
+    eCause m_eCause = none;      ///< what the operating-system error means
+    LONG m_lOsError = -1;        ///< the system's number
+    std::string m_strFileName;   ///< as the caller named it
 };

@@ -4,10 +4,11 @@
 
 #include "ZevrinUtils/framework/Exception.h"
 
+/// What the system's Internet interface gives as an error.
 class ZEVRINUTILS_API CInternetException : public CException
 {
 public:
-    explicit CInternetException(unsigned long nError);
+    explicit CInternetException(unsigned long nError);   ///< the system's error
     ~CInternetException() override;
 
     /// What went wrong, in words, and the error's number.

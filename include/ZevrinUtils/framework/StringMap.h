@@ -8,6 +8,7 @@
 
 #include <map>
 
+/// Texts by their keys.
 class ZEVRINUTILS_API CMapStringToString
 {
 public:
@@ -18,8 +19,8 @@ public:
     CMapStringToString(const CMapStringToString&) = delete;
     CMapStringToString& operator=(const CMapStringToString&) = delete;
 
-    int GetCount() const noexcept { return static_cast<int>(m_oEntries.size()); }
-    bool IsEmpty() const noexcept { return m_oEntries.empty(); }
+    int GetCount() const noexcept { return static_cast<int>(m_oEntries.size()); }   ///< of the entries
+    bool IsEmpty() const noexcept { return m_oEntries.empty(); }                    ///< whether it has none
 
     /// True, with the value in the out-parameter, if there is an entry; the out-parameter is left alone
     /// if there is none.
@@ -28,9 +29,9 @@ public:
     /// The value under the key, added as an empty text if there is none.
     CString& operator[](const char* pszKey);
 
-    void SetAt(const char* pszKey, const char* pszValue);
-    bool RemoveKey(const char* pszKey);   ///< false if there was no entry
-    void RemoveAll() noexcept;
+    void SetAt(const char* pszKey, const char* pszValue);   ///< adds the entry, or replaces its value
+    bool RemoveKey(const char* pszKey);                     ///< false if there was no entry
+    void RemoveAll() noexcept;                              ///< leaves it empty
 
 private:
     std::map<CString, CString> m_oEntries;

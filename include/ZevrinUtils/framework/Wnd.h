@@ -11,8 +11,8 @@
 class ZEVRINUTILS_API CWnd
 {
 public:
-    explicit CWnd(HWND hWnd = nullptr) noexcept;
-    virtual ~CWnd();   ///< gives the window back its messages; does not destroy it
+    explicit CWnd(HWND hWnd = nullptr) noexcept;   ///< holds a window, or none
+    virtual ~CWnd();                               ///< gives the window back its messages; does not destroy it
     CWnd(const CWnd&) = delete;
     CWnd& operator=(const CWnd&) = delete;
 

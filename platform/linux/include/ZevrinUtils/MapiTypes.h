@@ -1,8 +1,11 @@
-// The records of Simple MAPI, for Linux: the same fields in the same order.
+/// @file
+/// The records of Simple MAPI, for Linux: the same fields in the same order.
 #pragma once
 
 #include "ZevrinUtils/Types.h"
 
+/// As the documentation of Simple MAPI tells, here and below.
+/// @{
 using FLAGS = ULONG;
 using LHANDLE = std::uintptr_t;
 
@@ -29,30 +32,41 @@ inline constexpr ULONG MAPI_E_TEXT_TOO_LARGE = 18;
 inline constexpr ULONG MAPI_E_AMBIGUOUS_RECIPIENT = 21;
 inline constexpr ULONG MAPI_E_INVALID_RECIPS = 25;
 
+/// An attachment.
 struct MapiFileDesc
 {
+    /// As the documentation of Simple MAPI tells.
+    /// @{
     ULONG ulReserved;
     ULONG flFlags;
     ULONG nPosition;
     LPSTR lpszPathName;
     LPSTR lpszFileName;
     LPVOID lpFileType;
+    /// @}
 };
 using lpMapiFileDesc = MapiFileDesc*;
 
+/// A recipient, or the sender.
 struct MapiRecipDesc
 {
+    /// As the documentation of Simple MAPI tells.
+    /// @{
     ULONG ulReserved;
     ULONG ulRecipClass;
     LPSTR lpszName;
     LPSTR lpszAddress;
     ULONG ulEIDSize;
     LPVOID lpEntryID;
+    /// @}
 };
 using lpMapiRecipDesc = MapiRecipDesc*;
 
+/// A message.
 struct MapiMessage
 {
+    /// As the documentation of Simple MAPI tells.
+    /// @{
     ULONG ulReserved;
     LPSTR lpszSubject;
     LPSTR lpszNoteText;
@@ -65,8 +79,10 @@ struct MapiMessage
     lpMapiRecipDesc lpRecips;
     ULONG nFileCount;
     lpMapiFileDesc lpFiles;
+    /// @}
 };
 using lpMapiMessage = MapiMessage*;
 
 using LPMAPISENDMAIL = ULONG (*)(LHANDLE hSession, std::uintptr_t hParent, lpMapiMessage pMessage, FLAGS nFlags,
                                  ULONG nReserved);
+/// @}

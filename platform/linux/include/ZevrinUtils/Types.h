@@ -1,5 +1,6 @@
-// The Windows types that the exported headers and the platform services use, for Linux: the same names,
-// widths and layouts. Only what is in use is here.
+/// @file
+/// The Windows types that the exported headers and the platform services use, for Linux: the same names,
+/// widths and layouts. Only what is in use is here.
 #pragma once
 
 #include <cstddef>
@@ -7,6 +8,8 @@
 
 #include <pthread.h>
 
+/// As the system's documentation of that name tells, here and below.
+/// @{
 #define WINAPI
 #define CALLBACK
 #ifndef FALSE
@@ -48,9 +51,11 @@ using WNDPROC = LRESULT (*)(HWND hWindow, UINT nMessage, WPARAM wParam, LPARAM l
 using HKEY = struct HKEY__*;
 #define HKEY_LOCAL_MACHINE (reinterpret_cast<HKEY>(std::uintptr_t{0x80000002}))
 
-// A lock of the platform, plain data as on Windows.
+/// @}
+
+/// A lock of the platform, plain data as on Windows.
 struct CRITICAL_SECTION
 {
-    pthread_mutex_t Mutex;
+    pthread_mutex_t Mutex;   ///< the C library's
 };
-using LPCRITICAL_SECTION = CRITICAL_SECTION*;
+using LPCRITICAL_SECTION = CRITICAL_SECTION*;   ///< where one is
