@@ -34,7 +34,11 @@ def anchors(document):
 
 
 def faults(document, tracked):
+    in_link = False
     for line, token in inline_tokens(document):
+        in_link = token.type != "link_close" and (in_link or token.type == "link_open")
+        if in_link and token.type == "softbreak":
+            yield f"{document.relative_to(ROOT)}:{line}: a link over two lines, which Doxygen takes for none"
         target = token.attrGet("href") or token.attrGet("src")
         if not target or urlsplit(target).scheme:
             continue
