@@ -13,7 +13,7 @@ void CException::Delete()
     delete this;
 }
 
-int CException::Give(const std::string& strMessage, char* pszText, unsigned nMaxLength)
+int CException::CopyMessage(const std::string& strMessage, char* pszText, unsigned nMaxLength)
 {
     if (!pszText || nMaxLength == 0)
         return FALSE;
@@ -68,7 +68,7 @@ void CFileException::Set(unsigned long nOsError, const char* pszFileName)
 int CFileException::GetErrorMessage(char* pszText, unsigned nMaxLength) const
 {
     if (m_eCause == none)
-        return Give("", pszText, nMaxLength);
-    return Give(m_strFileName + ": " + s_apszWords[m_eCause] + " (error " + std::to_string(m_lOsError) + ")", pszText,
-                nMaxLength);
+        return CopyMessage("", pszText, nMaxLength);
+    return CopyMessage(m_strFileName + ": " + s_apszWords[m_eCause] + " (error " + std::to_string(m_lOsError) + ")",
+                       pszText, nMaxLength);
 }

@@ -39,5 +39,5 @@ int CInternetException::GetErrorMessage(char* pszText, unsigned nMaxLength) cons
     const auto* const pFound = std::find_if(std::begin(s_aExplanations), std::end(s_aExplanations),
                                             [this](const Explanation& o) { return o.nError == m_dwError; });
     const char* const pszWords = pFound == std::end(s_aExplanations) ? "The request failed" : pFound->pszText;
-    return Give(std::string(pszWords) + " (error " + std::to_string(m_dwError) + ")", pszText, nMaxLength);
+    return CopyMessage(std::string(pszWords) + " (error " + std::to_string(m_dwError) + ")", pszText, nMaxLength);
 }

@@ -29,9 +29,10 @@
 /// exception is that the file operations code their blocks with this class's own Encode and Decode. Objects of
 /// the class itself code many groups at a time, at a multiple of the speed of a derived one.
 ///
-/// Memory that runs out is thrown as std::bad_alloc; so is the want of a side of 4 GiB - 4096 bytes or more. To
-/// encode takes a text side of twice the input. The class takes no lock: an object belongs to one thread at a
-/// time, and a process's first Decode must be over before a second thread starts one.
+/// Memory that runs out is thrown as std::bad_alloc. A side has at most 4 GiB - 4097 bytes; the want of more is
+/// thrown likewise. To encode takes a text side of twice the input. A buffer may be null if its length is 0. The class
+/// takes no lock: an object belongs to one thread at a time, and a process's first Decode must be over before a second
+/// thread starts one.
 class ZEVRINUTILS_API Base64Coder
 {
 public:

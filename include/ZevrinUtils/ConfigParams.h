@@ -39,7 +39,8 @@ public:
     /// @return 0 (ERROR_SUCCESS) or the Win32 error number
     long OpenRegistryKey(HKEY hRoot, const char* pszPath, HKEY& hKey);
 
-    /// As OpenRegistryKey, but creates the key if it is not there. Whether it was cannot be told.
+    /// As OpenRegistryKey, but creates the key if it is not there. Whether it was cannot be told. The handle is not
+    /// set after a failure here either.
     long OpenRegistry(HKEY hRoot, const char* pszPath, HKEY& hKey);
     /// The same under HKEY_LOCAL_MACHINE.
     long OpenRegistry(const char* pszPath, HKEY& hKey);
@@ -73,13 +74,13 @@ public:
     /// By path; a key that cannot be opened gives false.
     bool getRegDWORD(const char* pszPath, const char* pszName, unsigned long& nValue);
 
-    /// Writes a text with its terminator (REG_SZ). Whether it was refused is not told.
+    /// Writes a text, which must not be null, with its terminator (REG_SZ). Whether it was refused is not told.
     void setRegString(HKEY& hKey, const char* pszName, const char* pszValue);
     /// By path: true if the key could be opened, even when the value is refused. An exception on the way, and a text
     /// that is null, give false and leave the key open.
     bool setRegString(const char* pszPath, const char* pszName, const char* pszValue);
 
-    /// Writes the number's low 32 bits (REG_DWORD). Whether it was refused is not told.
+    /// Writes the number's low 32 bits (REG_DWORD). Whether it was refused is not told. A name has at most 267 bytes.
     void setRegDWORD(HKEY& hKey, const char* pszName, unsigned long nValue);
 
     /// Adds the names of the key's subkeys behind what the list holds, in the registry's order. A name of more than

@@ -13,8 +13,8 @@ public:
     CSLockable(const CSLockable&) = default;              ///< there is nothing to copy
     CSLockable& operator=(const CSLockable&) = default;   ///< likewise
 
-    virtual bool Lock() = 0;     ///< waits for the lock and holds it
-    virtual bool Unlock() = 0;   ///< gives it up, once
+    virtual bool Lock() = 0;     ///< waits for the lock, without a limit, and holds it
+    virtual bool Unlock() = 0;   ///< gives it up: once for each Lock, by the same thread
 };
 
 /// A lock that one thread at a time can hold. Its holder may enter again and must leave as often.
@@ -36,7 +36,7 @@ public:
     CSCritSection& operator=(const CSCritSection& oOther);   ///< likewise
 
     void enter();   ///< waits for the lock, without a limit, and holds it
-    void leave();   ///< gives it up, once
+    void leave();   ///< gives it up: once for each enter, by the same thread
 
     bool Lock() override;     ///< as enter; always true
     bool Unlock() override;   ///< as leave; always true

@@ -26,8 +26,11 @@ public:
 /// Static operations on folders, files and processes. They keep nothing between calls, so calls on different
 /// trees may run side by side.
 ///
-/// A path is taken as it is, and what is below it is named with a backslash between. Entries come in the order of
-/// the file system. At the root of a Windows volume the first of them is left out by every operation here.
+/// A path is taken as it is, and what is below it is named with a backslash between. No path may be null where
+/// nothing else is said. Entries come in the order of the file system. At the root of a Windows volume the first of
+/// them is left out by every operation here.
+///
+/// Of listings and sizes, a path that cannot be opened adds nothing, and nothing is reported.
 ///
 /// On Linux a link to a folder counts as a file wherever a tree is walked: nothing goes through it, and what is
 /// deleted is the link. A link that is given as the path of the tree itself is followed.
@@ -44,8 +47,9 @@ public:
     virtual ~CSFolder();
 
     /// Runs a process without a window of its own and waits for its end, without a limit. Messages for windows of
-    /// the calling thread are dispatched meanwhile, one each 10 milliseconds. A failure to start is not reported,
-    /// nor is the exit code.
+    /// the calling thread are dispatched meanwhile, one each 10 milliseconds; what they bring about may call
+    /// back into the caller. A failure to start is not reported, nor is the exit code. A process that ends with exit
+    /// code 259 is waited for for ever. It inherits the handles of the caller that can be inherited.
     ///
     /// @param pszApplication    program; null if the command line begins with it
     /// @param pszCommandLine    may be null if there is a program

@@ -19,7 +19,8 @@
 /// Item lists: those that BrowseForFolder returns are the caller's, for FreePIDL. The operations that give a path
 /// leave one unfreed each time, and so does the overload with a root path.
 ///
-/// Limits: a title and a path must be shorter than 260 bytes; of a longer start folder the first 259 count.
+/// Limits: a title and a path must be shorter than 260 bytes; of a longer start folder the first 259 count. A title
+/// must not be null, and lives for the call.
 ///
 /// Threads: an object belongs to one thread, which on Windows has started COM (the new dialog style needs it). The
 /// memory of the last folder is shared by all objects and guarded by nothing.
@@ -48,7 +49,7 @@ public:
     const ITEMIDLIST* BrowseForFolder(const char* pszTitle, unsigned int nFlags, const ITEMIDLIST* pRoot, int nOption);
 
     /// The path of the folder that was chosen; empty if the user canceled, or typed a path that the shell does not
-    /// know. This one, without a title, is the old dialog: neither edit box nor a title to be proud of.
+    /// know. This one is the old dialog, without an edit box, and its title is fixed: "Pick a folder, dude!".
     CString GetFolder();
     CString GetFolder(const CString& strTitle);   ///< the same in the new dialog
 
@@ -90,15 +91,15 @@ protected:
     /// Another item is selected. This one keeps its path.
     virtual void OnSelChanged(const ITEMIDLIST* pItem);
 
-    /// The user has pressed OK, and the edit box holds what the shell does not know. 0 closes the browser. This one
-    /// accepts a path of something that exists, and shows a message for any other.
+    /// The user has pressed OK, and the edit box holds what the shell does not know. 0 closes the browser, anything
+    /// else keeps it open. This one accepts a path of something that exists, and shows a message for any other.
     virtual int OnValidateFailed(const char* pszPath);
 
     /// For the hooks: enables the open browser's OK button, or with 0 disables it.
     void EnableOK(int nEnable);
-    void SetOKText(const unsigned short* pszText);   ///< the text of that button, UTF-16
+    void SetOKText(const unsigned short* pszText);   ///< its text: UTF-16, ended by a zero, read during the call
 
-    /// The item of a path, null if there is none.
+    /// The item of a path, null if there is none. It is the caller's, for FreePIDL.
     ITEMIDLIST* ConvertPathToLpItemIdList(const char* pszPath);
 
 private:

@@ -54,6 +54,7 @@ protected:
 ///   never works.
 /// - Failure text goes to *psError, which may be null. It is never cleared, and a success may leave text there
 ///   from an inner step that failed: a probe that found a redirect does.
+/// - Memory that runs out passes as std::bad_alloc.
 /// - sNewHost receives the host that was asked in place of the one in the URL, and is empty if none was. For a
 ///   URL with a port of its own it may be the URL's own host without that port.
 ///
@@ -88,9 +89,9 @@ public:
     /// ever sent.
     void SetGetPostType(int nType);
 
-    /// Name and password for servers that ask for them, and secure transport on or off. While it is on, every
-    /// request goes to nPort, whatever port the URL names; certificates with a wrong name or date are accepted,
-    /// and one from an unknown authority is on a second try.
+    /// Name and password for servers that ask for them, both copied and null counting as empty, and secure transport
+    /// on or off. While it is on, every request goes to nPort, whatever port the URL names; certificates with a wrong
+    /// name or date are accepted, and one from an unknown authority is on a second try.
     void SetAuthenticationDetails(const char* pszUserName, const char* pszPassword, bool bSecure, unsigned short nPort);
 
     /// Appends the present second as a parameter, so that no cache that goes by URLs can answer.
@@ -129,13 +130,14 @@ public:
     /// Non-zero: every retrieval of this object is canceled after its next block, until Abort(0). A read that
     /// waits for the network is not interrupted. From any thread.
     void Abort(int bValue);
-    int IsAbort();   ///< the value that Abort was given; 0 at first
+    int IsAbort();   ///< the value that Abort was given; 0 at first. From any thread
 
     /// Non-zero if a server answers the URL's connection; no proxy is asked. Of a URL of 260 bytes or more the system
-    /// sees an empty text.
+    /// sees an empty text. The argument is not changed.
     int IsOnline(CString& sURL);
 
-    /// Percent-escapes all but letters and digits; a blank becomes "+".
+    /// Percent-escapes all but letters and digits; a blank becomes "+". Null counts as an empty text, and so does any
+    /// with a negative length.
     ///
     /// @param pszText  any bytes
     /// @param nLength  bytes to escape; 0: up to the first zero byte
@@ -145,7 +147,7 @@ public:
     /// Undoes percent-escapes; "+" becomes a blank only behind the text's first plain "?". What follows a "%" is
     /// read as sscanf does with "%02X": white space and a sign may stand in front of the digits, a second digit
     /// may be missing, and two bytes are used up in any case. Behind a last "%" comes the value of the
-    /// escape before it; do not depend on it.
+    /// escape before it; do not depend on it. Null and a negative length are as in URL_Escape.
     ///
     /// @param pszText     any bytes
     /// @param nLength     bytes to read; 0: up to the first zero byte
@@ -160,7 +162,7 @@ protected:
 
     /// Sends one request: the status of the answer, 0 if none came, 400 for a URL that does not split, 501 for a
     /// failure of the system. After any status the objects stay open for queries; an earlier request that is
-    /// still open is forgotten, not closed.
+    /// still open is forgotten, not closed. The system follows redirects if bAutoRedirect is non-zero.
     unsigned long MakeGetRequest(const CString& sURL, CString* psError, int bAutoRedirect);
 
     /// Deletes file, connection and session, closing them before if asked.
@@ -169,7 +171,7 @@ protected:
     int bIsRedirection(unsigned long nStatus);   ///< non-zero for 301, 302 and 303
 
     /// What stands behind "Location: " in the answer's headers, its carriage return included; all headers if
-    /// there is none.
+    /// there is none. Only while a request is open.
     CString sGetRedirectionNewLocation();
 
     CString sGetHost(const CString& sURL);          ///< empty if the URL does not split

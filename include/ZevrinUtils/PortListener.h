@@ -66,7 +66,8 @@ private:
 };
 
 /// Answers one request. Called on the thread of the listener, one request of a port at a time, for several
-/// ports at once; the result is ignored.
+/// ports at once; the result is ignored. An exception that leaves it ends the process. It must neither stop nor
+/// destroy its own listener: that waits 20 seconds for itself, and on Windows then ends the thread that it runs on.
 ///
 /// @param nPort       port of the listener, in host byte order
 /// @param pszRequest  what was received, of each read up to its first zero byte; valid for the call
@@ -109,7 +110,7 @@ public:
 
     /// Opens a port on all local addresses and starts its thread. 1, or 0 if the socket layer, the port (one
     /// in use among them), memory or the thread cannot be had; nothing is left behind then. The socket layer
-    /// is started once for each object and never stopped.
+    /// is started once for each object and never stopped. The handler must not be null.
     int Start(unsigned short nPort, ListenerHandler pfnHandler);
 
     /// Closes the listeners of a port and waits for their threads. Always 1, also if there are none.

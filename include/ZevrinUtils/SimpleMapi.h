@@ -49,7 +49,7 @@ public:
     virtual ~CSIMapi();
 
     /// 1 if the machine has a Simple MAPI mail system, otherwise 0. The first answer holds for the life of the
-    /// process. Loads nothing.
+    /// process. Loads nothing. Not guarded: the first call must be over before a second thread asks.
     static int HasEmail();
 
     /// Adds a main recipient: 1, or 0 if memory is short, and then those before are lost.
@@ -62,9 +62,9 @@ public:
     /// @param pszFileName  name under which the message shows it
     int Attach(const char* pszPathName, const char* pszFileName);
 
-    void SetSubject(const char* pszSubject);   ///< borrowed
-    void SetText(const char* pszText);         ///< copied, in place of the text before
-    void SetFrom(const char* pszName);         ///< the sender; borrowed
+    void SetSubject(const char* pszSubject);   ///< in place of any before; borrowed; null: none
+    void SetText(const char* pszText);         ///< in place of any before; copied; null: an empty text
+    void SetFrom(const char* pszName);         ///< the sender, in place of any before; borrowed; null: none
 
     /// Shows the message in the mail client and waits for the user: 1 if it was sent, otherwise 0.
     ///

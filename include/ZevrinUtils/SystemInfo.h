@@ -8,7 +8,8 @@
 #include <cstdint>
 #include <string>
 
-/// Free disk space, with an answer that is kept for ten seconds; error texts; who started the process.
+/// Free disk space, with an answer that is kept for ten seconds; error texts; whether the manager's name
+/// stands in the command line.
 ///
 /// The operations of one object may be called from any thread. The copies are not guarded: keep them apart from the
 /// other operations on both objects.

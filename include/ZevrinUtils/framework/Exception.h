@@ -32,7 +32,7 @@ protected:
     CException() = default;
 
     /// What GetErrorMessage does once the text is there.
-    static int Give(const std::string& strMessage, char* pszText, unsigned nMaxLength);
+    static int CopyMessage(const std::string& strMessage, char* pszText, unsigned nMaxLength);
 };
 
 /// A file that cannot be opened, read, written, measured or closed.

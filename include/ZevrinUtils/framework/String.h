@@ -33,12 +33,13 @@ public:
     bool IsEmpty() const noexcept { return m_strText.empty(); }                     ///< whether it has no byte
     void Empty() noexcept { m_strText.clear(); }                                    ///< leaves no byte
 
-    /// A buffer that holds the text and has room for at least so many bytes and a zero byte, for writing. It lasts
-    /// until ReleaseBuffer, which ends the text at its first zero byte; nothing else may be called in between.
+    /// A buffer that holds the text and has room for at least so many bytes and a zero byte, for writing. A negative
+    /// number counts as 0. It lasts until ReleaseBuffer, which ends the text at its first zero byte; nothing else may
+    /// be called in between.
     char* GetBuffer(int nMinLength);
     void ReleaseBuffer();   ///< ends what GetBuffer began
 
-    /// The byte at an index from 0 to GetLength() - 1.
+    /// The byte at an index from 0 to GetLength() - 1; std::out_of_range is thrown for any other.
     char GetAt(int nIndex) const { return m_strText.at(static_cast<std::size_t>(nIndex)); }
 
     CString& operator+=(const CString& strMore);   ///< appends a text
