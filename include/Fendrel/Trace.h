@@ -36,7 +36,7 @@ public:
     /// A finished record. The texts are borrowed for the duration of the call and are never null.
     struct Record
     {
-        eTraceSeverity eSeverity;   ///< never eNothing
+        eTraceSeverity eSeverity;   ///< as the traced method says
         const char* pszText;        ///< the message
         const char* pszClass;       ///< empty in exit records
         const char* pszMethod;      ///< qualified by the class

@@ -9,7 +9,7 @@
 #include <compare>
 #include <string>
 
-/// A text of 8-bit characters, with the length that it says.
+/// A text of any bytes, with a length of its own.
 class ZEVRINUTILS_API CString
 {
 public:
