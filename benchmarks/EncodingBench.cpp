@@ -1,17 +1,14 @@
 // The Base64 coder: in memory against the copying and zeroing that its storage asks for and against OpenSSL, from
-// file to file against coreutils. bench_encoding [MIB-OF-THE-FILE]
-#include "RatioTable.h"
+// file to file against coreutils: bench_encoding [FOLDER TO WORK IN [MIB OF THE FILE]]
+#include "Bench.h"
 
 #include "ZevrinUtils/Base64Coder.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cstdlib>
 #include <cstring>
-#include <filesystem>
 #include <fstream>
-#include <functional>
-#include <iostream>
+#include <memory>
 #include <random>
 
 #include <openssl/evp.h>
@@ -22,7 +19,7 @@ using Bytes = std::vector<unsigned char>;
 
 constexpr std::size_t nMiB = 1 << 20;
 constexpr std::size_t nStorageStep = 4096;
-constexpr int nFileRounds = 3;
+constexpr int nFileRounds = 4;
 
 Bytes RandomBytes(std::size_t nSize)
 {
@@ -98,47 +95,8 @@ void RegisterMemory(RatioTable& oTable, std::size_t nSize, Bytes& oPlain, Bytes&
         [=, &oText] { EVP_DecodeBlock(pOut->data(), oText.data(), nText); }, "below 1");
 }
 
-double Nanoseconds(const std::function<bool()>& run)
+void CompareFiles(RatioTable& oTable, const ScratchFolder& oFolder, std::size_t nSizeMiB)
 {
-    const auto nStart = std::chrono::steady_clock::now();
-    if (!run())
-    {
-        std::cerr << "bench_encoding: a file cannot be coded\n";
-        std::exit(1);
-    }
-    return std::chrono::duration<double, std::nano>(std::chrono::steady_clock::now() - nStart).count();
-}
-
-// A folder in memory if it has the room: a disk would be what is measured.
-std::filesystem::path RoomFor(std::size_t nSize)
-{
-    std::error_code oIgnored;
-    const auto oSpace = std::filesystem::space("/dev/shm", oIgnored);
-    return !oIgnored && oSpace.available > nSize ? "/dev/shm" : std::filesystem::temp_directory_path();
-}
-
-// Library and peer in turn; the medians are compared.
-void CompareFiles(RatioTable& oTable, const std::string& strCase, const std::function<bool()>& library,
-                  const std::string& strPeerCommand)
-{
-    std::vector<double> oLibrary;
-    std::vector<double> oPeer;
-    for (int n = 0; n < nFileRounds; ++n)
-    {
-        oLibrary.push_back(Nanoseconds(library));
-        oPeer.push_back(Nanoseconds([&] { return std::system(strPeerCommand.c_str()) == 0; }));
-    }
-    std::ranges::nth_element(oLibrary, oLibrary.begin() + nFileRounds / 2);
-    std::ranges::nth_element(oPeer, oPeer.begin() + nFileRounds / 2);
-    oTable.Add(strCase, "library", oLibrary[nFileRounds / 2]);
-    oTable.Add(strCase, "peer", oPeer[nFileRounds / 2]);
-    oTable.SetGoal(strCase, "at most 1");
-}
-
-void MeasureFiles(RatioTable& oTable, std::size_t nSizeMiB)
-{
-    const auto oFolder = RoomFor(4 * nSizeMiB * nMiB) / "zevrin-bench-encoding";
-    std::filesystem::create_directories(oFolder);
     const std::string strPlain = oFolder / "plain";
     const std::string strText = oFolder / "text";
     const std::string strBack = oFolder / "back";
@@ -147,23 +105,23 @@ void MeasureFiles(RatioTable& oTable, std::size_t nSizeMiB)
         std::ofstream oFile(strPlain, std::ios::binary);
         for (std::size_t n = 0; n < nSizeMiB; ++n)
             oFile.write(reinterpret_cast<const char*>(oPiece.data()), static_cast<std::streamsize>(oPiece.size()));
+        Require(oFile.flush().good(), "no room for the file to encode");
     }
     Base64Coder oCoder;
     const std::string strSize = "file of " + std::to_string(nSizeMiB) + " MiB, against base64";
-    CompareFiles(
-        oTable, "encode " + strSize, [&] { return oCoder.Encode(strPlain.c_str(), strText.c_str()) == 1; },
-        "base64 -w0 '" + strPlain + "' >'" + strText + "'");
-    CompareFiles(
-        oTable, "decode " + strSize, [&] { return oCoder.Decode(strText.c_str(), strBack.c_str()) == 1; },
-        "base64 -d '" + strText + "' >'" + strBack + "'");
-    std::filesystem::remove_all(oFolder);
+    oTable.Compare(
+        {{"encode " + strSize, "at most 1",
+          [&] { Require(oCoder.Encode(strPlain.c_str(), strText.c_str()) == 1, "a file cannot be encoded"); },
+          [&] { RunCommand("base64 -w0 '" + strPlain + "' >'" + strText + "'"); }},
+         {"decode " + strSize, "at most 1",
+          [&] { Require(oCoder.Decode(strText.c_str(), strBack.c_str()) == 1, "a file cannot be decoded"); },
+          [&] { RunCommand("base64 -d '" + strText + "' >'" + strBack + "'"); }}},
+        nFileRounds);
 }
 }
 
-int main(int nArguments, char** ppArguments)
+void Measure(RatioTable& oTable, const std::vector<std::string>& oArguments)
 {
-    benchmark::Initialize(&nArguments, ppArguments);
-    RatioTable oTable;
     const std::size_t anSizes[] = {nMiB, 8 * nMiB, 64 * nMiB};
     std::vector<std::pair<Bytes, Bytes>> oInputs;
     oInputs.reserve(std::size(anSizes));   // they are referred to
@@ -175,6 +133,6 @@ int main(int nArguments, char** ppArguments)
         RegisterMemory(oTable, nSize, oKeptPlain, oKeptText);
     }
     benchmark::RunSpecifiedBenchmarks(&oTable);
-    MeasureFiles(oTable, nArguments > 1 ? std::strtoul(ppArguments[1], nullptr, 10) : Amount(1024));
-    oTable.Print();
+    CompareFiles(oTable, ScratchFolder(oArguments),
+                 oArguments.size() > 1 ? std::strtoul(oArguments[1].c_str(), nullptr, 10) : Amount(1024));
 }

@@ -1,12 +1,10 @@
 // Requests on loopback against a bare loop and against nginx: bench_listener [PORT-OF-NGINX]
+#include "Bench.h"
 #include "Loopback.h"
-#include "RatioTable.h"
 
 #include "ZevrinUtils/PortListener.h"
 
-#include <algorithm>
 #include <cstdlib>
-#include <iostream>
 
 #include <sys/socket.h>
 #include <unistd.h>
@@ -15,7 +13,7 @@ namespace
 {
 constexpr unsigned short nLibraryPort = 23871;
 constexpr unsigned short nBarePort = 23872;
-constexpr int nRounds = 11;
+constexpr int nRounds = 10;
 constexpr int nRequests = 2000;   // in each round
 const char szReply[] = "<answer>a fixed text of some length, as small services give it</answer>";
 
@@ -25,27 +23,15 @@ unsigned long Reply(unsigned short, const char*, ZVString& oReply, void*)
     return 0;
 }
 
-// Library and peer in turn, so that both see the machine's moods; the medians are compared.
-void Compare(RatioTable& oTable, const std::string& strCase, unsigned short nPeerPort, int nClients)
+RatioTable::Case AgainstPort(unsigned short nPeerPort, int nClients, const std::string& strPeer,
+                             const std::string& strGoal)
 {
-    std::vector<double> oLibrary;
-    std::vector<double> oPeer;
-    for (int n = 0; n < nRounds; ++n)
-    {
-        oLibrary.push_back(MeasureRequests(nLibraryPort, nClients, nRequests, szReply));
-        oPeer.push_back(MeasureRequests(nPeerPort, nClients, nRequests, szReply));
-    }
-    const auto median = [&](std::vector<double>& oTimes) {
-        if (std::count(oTimes.begin(), oTimes.end(), 0.0) != 0)
-        {
-            std::cerr << "bench_listener: " << strCase << ": a request failed\n";
-            std::exit(1);
-        }
-        std::nth_element(oTimes.begin(), oTimes.begin() + nRounds / 2, oTimes.end());
-        return oTimes[nRounds / 2];
+    const std::string strName =
+        "request, " + std::to_string(nClients) + (nClients == 1 ? " client" : " clients") + ", against " + strPeer;
+    const auto requests = [=](unsigned short nPort) {
+        Require(MakeRequests(nPort, nClients, nRequests, szReply), strName + ": a request failed");
     };
-    oTable.Add(strCase, "library", median(oLibrary));
-    oTable.Add(strCase, "peer", median(oPeer));
+    return {strName, strGoal, [=] { requests(nLibraryPort); }, [=] { requests(nPeerPort); }, nRequests};
 }
 
 // Both servers, in a process of their own as real ones are: in that of the clients they would share one address
@@ -61,7 +47,7 @@ void Compare(RatioTable& oTable, const std::string& strCase, unsigned short nPee
     _exit(0);
 }
 
-// The measuring side's end of the pipe; -1 if the port cannot be opened.
+// The measuring side's end of the pipe, which closes with the process; -1 if the port cannot be opened.
 int StartServers()
 {
     int anPipe[2];
@@ -78,25 +64,15 @@ int StartServers()
 }
 }
 
-int main(int nArguments, char** ppArguments)
+void Measure(RatioTable& oTable, const std::vector<std::string>& oArguments)
 {
-    const int nPipe = StartServers();
-    if (nPipe < 0)
-    {
-        std::cerr << "bench_listener: port " << nLibraryPort << " cannot be opened\n";
-        return 1;
-    }
-
-    RatioTable oTable;
+    Require(StartServers() >= 0, "port " + std::to_string(nLibraryPort) + " cannot be opened");
     for (const int nClients : {1, 16})
     {
-        const std::string strClients = std::to_string(nClients) + (nClients == 1 ? " client" : " clients");
-        oTable.SetGoal("request, " + strClients + ", against a bare loop", "at most 1.05");
-        Compare(oTable, "request, " + strClients + ", against a bare loop", nBarePort, nClients);
-        if (nArguments > 1)
-            Compare(oTable, "request, " + strClients + ", against nginx",
-                    static_cast<unsigned short>(std::atoi(ppArguments[1])), nClients);
+        oTable.Compare({AgainstPort(nBarePort, nClients, "a bare loop", "at most 1.05")}, nRounds);
+        if (!oArguments.empty())
+            oTable.Compare(
+                {AgainstPort(static_cast<unsigned short>(std::atoi(oArguments[0].c_str())), nClients, "nginx", "")},
+                nRounds);
     }
-    oTable.Print();
-    close(nPipe);
 }

@@ -1,7 +1,6 @@
 #include "Loopback.h"
 
 #include <atomic>
-#include <chrono>
 #include <thread>
 #include <vector>
 
@@ -62,11 +61,10 @@ void StartBareServer(unsigned short nPort, const std::string& strReply)
         std::thread(ServeForEver, nListening, strReply).detach();
 }
 
-double MeasureRequests(unsigned short nPort, int nClients, int nRequests, const std::string& strWanted)
+bool MakeRequests(unsigned short nPort, int nClients, int nRequests, const std::string& strWanted)
 {
     std::atomic<int> nLeft = nRequests;
     std::atomic<bool> bAllWell = true;
-    const auto nStart = std::chrono::steady_clock::now();
     std::vector<std::thread> oClients;
     for (int n = 0; n < nClients; ++n)
         oClients.emplace_back([&] {
@@ -76,6 +74,5 @@ double MeasureRequests(unsigned short nPort, int nClients, int nRequests, const 
         });
     for (auto& oClient : oClients)
         oClient.join();
-    const std::chrono::duration<double, std::nano> nTook = std::chrono::steady_clock::now() - nStart;
-    return bAllWell ? nTook.count() / nRequests : 0;
+    return bAllWell;
 }

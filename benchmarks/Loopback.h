@@ -7,6 +7,6 @@
 // ends with the process.
 void StartBareServer(unsigned short nPort, const std::string& strReply);
 
-// Sends a request on each of so many new connections and reads until the peer closes; 0 if one of them fails or
-// the answer does not end with the wanted text, otherwise the nanoseconds that a request took of the whole time.
-double MeasureRequests(unsigned short nPort, int nClients, int nRequests, const std::string& strWanted);
+// Sends a request on each of so many new connections, shared out among the clients, and reads until the peer closes.
+// False if one of them fails, or its answer does not end with the wanted text.
+bool MakeRequests(unsigned short nPort, int nClients, int nRequests, const std::string& strWanted);

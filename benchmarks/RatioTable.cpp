@@ -1,13 +1,49 @@
 #include "RatioTable.h"
 
-#include <cstdlib>
+#include <algorithm>
+#include <chrono>
 #include <iomanip>
 #include <iostream>
 
-std::size_t Amount(std::size_t nFull)
+namespace
 {
-    constexpr std::size_t nShortPart = 64;
-    return std::getenv("ZEVRIN_BENCH_SHORT") ? nFull / nShortPart : nFull;
+double Nanoseconds(const std::function<void()>& action)
+{
+    const auto nStart = std::chrono::steady_clock::now();
+    action();
+    return std::chrono::duration<double, std::nano>(std::chrono::steady_clock::now() - nStart).count();
+}
+
+// Of an even number: half of them went first, half second.
+double Median(std::vector<double> oTimes)
+{
+    std::ranges::sort(oTimes);
+    const std::size_t nMiddle = oTimes.size() / 2;
+    return (oTimes[nMiddle - 1] + oTimes[nMiddle]) / 2;
+}
+}
+
+void RatioTable::Compare(const std::vector<Case>& oCases, int nRounds)
+{
+    std::vector<std::vector<double>> oLibrary(oCases.size());
+    std::vector<std::vector<double>> oPeer(oCases.size());
+    for (int nRound = 0; nRound < nRounds; ++nRound)
+        for (std::size_t n = 0; n < oCases.size(); ++n)
+        {
+            const bool bLibraryFirst = nRound % 2;
+            if (bLibraryFirst)
+                oLibrary[n].push_back(Nanoseconds(oCases[n].library));
+            oPeer[n].push_back(Nanoseconds(oCases[n].peer));
+            if (!bLibraryFirst)
+                oLibrary[n].push_back(Nanoseconds(oCases[n].library));
+        }
+    for (std::size_t n = 0; n < oCases.size(); ++n)
+    {
+        const auto& [strName, strGoal, library, peer, nTimes] = oCases[n];
+        SetGoal(strName, strGoal);
+        Add(strName, "library", Median(oLibrary[n]) / nTimes);
+        Add(strName, "peer", Median(oPeer[n]) / nTimes);
+    }
 }
 
 void RatioTable::SetGoal(const std::string& strCase, const std::string& strGoal)
@@ -48,6 +84,6 @@ void RatioTable::Print() const
         const auto itGoal = m_oGoals.find(strCase);
         std::cout << std::left << std::setw(46) << strCase << std::right << std::setprecision(1) << std::setw(14)
                   << nLibrary << std::setw(14) << nPeer << std::setprecision(2) << std::setw(8) << nLibrary / nPeer
-                  << "  " << (itGoal == m_oGoals.end() ? "-" : itGoal->second) << '\n';
+                  << "  " << (itGoal == m_oGoals.end() || itGoal->second.empty() ? "-" : itGoal->second) << '\n';
     }
 }

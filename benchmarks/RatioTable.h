@@ -1,25 +1,35 @@
-// The closing table of a benchmark: the library and its peer, measured in the same run.
-//
-// A pair is two benchmarks named "CASE/library" and "CASE/peer". Machines are noisy, so the medians of
-// several interleaved repetitions are compared, and the ratio is what counts.
+// The closing table of a benchmark: the library and its peer, measured in the same run. Machines are noisy, so the
+// medians of several interleaved repetitions are compared, and the ratio is what counts.
 #pragma once
 
-#include <cstddef>
+#include <functional>
 #include <map>
 #include <string>
+#include <vector>
 
 #include <benchmark/benchmark.h>
-
-// How much of something to measure: all of it, or a small part in a run that only shows that it works.
-std::size_t Amount(std::size_t nFull);
 
 class RatioTable : public benchmark::ConsoleReporter
 {
 public:
-    // The ratio that a case aims at, as text for the table.
+    struct Case
+    {
+        std::string strName;
+        std::string strGoal;             // the ratio that it aims at, as text for the table
+        std::function<void()> library;   // throw if they fail
+        std::function<void()> peer;
+        int nTimes = 1;   // how often each does what is to be measured
+    };
+
+    // Measures the cases, one after the other in each round, so that one can build on what another has done. Library
+    // and peer take turns in going first: the second one finds a machine that the first has used, with less memory
+    // at hand. So the rounds must be even in number.
+    void Compare(const std::vector<Case>& oCases, int nRounds);
+
+    // For a pair of benchmarks of the benchmark library, named "CASE/library" and "CASE/peer".
     void SetGoal(const std::string& strCase, const std::string& strGoal);
 
-    // A result that was measured outside of the benchmark library.
+    // A result that was measured elsewhere.
     void Add(const std::string& strCase, const std::string& strSide, double nNanoseconds);
 
     void Print() const;

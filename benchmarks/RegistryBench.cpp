@@ -1,14 +1,11 @@
 // Texts read and written in the registry, against the same statements on SQLite directly.
-#include "RatioTable.h"
+#include "Bench.h"
 
 #include "ZevrinUtils/ConfigParams.h"
 
 #include <cstdlib>
-#include <filesystem>
-#include <iostream>
 
 #include <sqlite3.h>
-#include <unistd.h>
 
 namespace
 {
@@ -24,9 +21,9 @@ class Peer
 public:
     explicit Peer(const std::string& strFile)
     {
-        if (sqlite3_open_v2(strFile.c_str(), &m_pConnection, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr) !=
-            SQLITE_OK)
-            std::exit(1);
+        Require(sqlite3_open_v2(strFile.c_str(), &m_pConnection, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX,
+                                nullptr) == SQLITE_OK,
+                "the peer cannot open its database");
         sqlite3_exec(m_pConnection, "PRAGMA synchronous = NORMAL", nullptr, nullptr, nullptr);
         m_pFind = Prepare("SELECT id FROM keys WHERE path = ?1");
         m_pRead = Prepare("SELECT type, bytes FROM data WHERE key = ?1 AND folded = ?2");
@@ -70,8 +67,7 @@ private:
     sqlite3_stmt* Prepare(const char* pszSql)
     {
         sqlite3_stmt* pStatement = nullptr;
-        if (sqlite3_prepare_v2(m_pConnection, pszSql, -1, &pStatement, nullptr) != SQLITE_OK)
-            std::exit(1);
+        Require(sqlite3_prepare_v2(m_pConnection, pszSql, -1, &pStatement, nullptr) == SQLITE_OK, pszSql);
         return pStatement;
     }
 
@@ -85,10 +81,9 @@ private:
 template <class Operation>
 void Add(const std::string& strName, Operation operation)
 {
-    benchmark::RegisterBenchmark(strName.c_str(), [operation](benchmark::State& oState) {
+    benchmark::RegisterBenchmark(strName.c_str(), [=](benchmark::State& oState) {
         for (auto _ : oState)
-            if (!operation())
-                oState.SkipWithError("the operation failed");
+            Require(operation(), strName + " failed");
     });
 }
 
@@ -106,21 +101,17 @@ void AddPairs(CConfigParamsBase& oParams, HKEY& hKey, Peer& oPeer)
 }
 }
 
-int main(int nArguments, char** ppArguments)
+void Measure(RatioTable& oTable, const std::vector<std::string>& oArguments)
 {
-    benchmark::Initialize(&nArguments, ppArguments);
-    const auto oFolder = std::filesystem::temp_directory_path() / ("registry bench " + std::to_string(getpid()));
+    const ScratchFolder oFolder(oArguments);
     const std::string strFile = oFolder / "registry.db";
     const std::string strPeerFile = oFolder / "peer.db";
     setenv("ZEVRIN_REGISTRY", strFile.c_str(), 1);
 
     CConfigParamsBase oParams;
     HKEY hKey = nullptr;
-    if (const long nError = oParams.OpenRegistry(szKey, hKey))
-    {
-        std::cerr << "bench_registry: no registry in " << oFolder << ": error " << nError << '\n';
-        return 1;
-    }
+    const long nError = oParams.OpenRegistry(szKey, hKey);
+    Require(nError == 0, "no registry in " + strFile + ": error " + std::to_string(nError));
     for (int n = 0; n < nOtherNames; ++n)
         oParams.setRegString(hKey, ("name " + std::to_string(n)).c_str(), szValue);
     oParams.setRegString(hKey, szName, szValue);
@@ -128,12 +119,9 @@ int main(int nArguments, char** ppArguments)
         std::filesystem::copy_file(strFile + pszPart, strPeerFile + pszPart);
     Peer oPeer(strPeerFile);
 
-    RatioTable oTable;
     AddPairs(oParams, hKey, oPeer);
     for (const char* pszWhat : {"read of a text, by handle", "read of a text, by path", "write of a text, by handle",
                                 "write of a text, by path"})
         oTable.SetGoal(pszWhat, "at most 1.43");   // at least 0.7 of its speed
     benchmark::RunSpecifiedBenchmarks(&oTable);
-    oTable.Print();
-    std::filesystem::remove_all(oFolder);
 }

@@ -1,25 +1,18 @@
 // A large SQL script against what a host would write for itself.
-#include "RatioTable.h"
+#include "Bench.h"
 
 #include "ZevrinUtils/SQLFileParser.h"
 
-#include <algorithm>
-#include <chrono>
-#include <cstdlib>
-#include <filesystem>
 #include <fstream>
-#include <iostream>
 
 #include <sqlite3.h>
-#include <unistd.h>
 
 namespace
 {
 const std::size_t nScriptSize = Amount(256u << 20);
-constexpr int nRounds = 5;
+constexpr int nRounds = 4;
 
 using Statements = std::vector<std::string>;
-using Clock = std::chrono::steady_clock;
 
 std::size_t WriteScript(const std::string& strFile)
 {
@@ -35,6 +28,7 @@ std::size_t WriteScript(const std::string& strFile)
         oFile << strStatement;
         nSize += strStatement.size();
     }
+    Require(oFile.flush().good(), "no room for a script of 256 MiB");
     return nStatements;
 }
 
@@ -74,42 +68,17 @@ Statements WithCompletenessTest(const std::string& strFile)
     return oStatements;
 }
 
-double Measure(Statements (*pfnSplit)(const std::string&), const std::string& strFile, std::size_t nExpected)
-{
-    const auto nStart = Clock::now();
-    const std::size_t nStatements = pfnSplit(strFile).size();
-    if (nStatements != nExpected)
-    {
-        std::cerr << "bench_sql: " << nStatements << " statements instead of " << nExpected << '\n';
-        std::exit(1);
-    }
-    return std::chrono::duration<double, std::nano>(Clock::now() - nStart).count();
-}
 }
 
-int main()
+void Measure(RatioTable& oTable, const std::vector<std::string>& oArguments)
 {
-    const std::string strFile =
-        std::filesystem::temp_directory_path() / ("sql bench " + std::to_string(getpid()) + ".sql");
-    const std::size_t nStatements = WriteScript(strFile);
-
-    // In turn, so that all see the machine's moods; the medians are compared.
-    Statements (*const apfnSplit[])(const std::string&) = {&WithLibrary, &WithGetline, &WithCompletenessTest};
-    std::vector<double> aoTimes[std::size(apfnSplit)];
-    for (int n = 0; n < nRounds; ++n)
-        for (std::size_t nSplit = 0; nSplit < std::size(apfnSplit); ++nSplit)
-            aoTimes[nSplit].push_back(Measure(apfnSplit[nSplit], strFile, nStatements));
-    std::filesystem::remove(strFile);
-    for (auto& oTimes : aoTimes)
-        std::nth_element(oTimes.begin(), oTimes.begin() + nRounds / 2, oTimes.end());
-
-    RatioTable oTable;
-    const std::string astrCases[] = {"256 MiB of SQL, against getline", "256 MiB of SQL, against sqlite3_complete"};
-    oTable.SetGoal(astrCases[0], "at most 1.5");
-    for (std::size_t nPeer : {1, 2})
-    {
-        oTable.Add(astrCases[nPeer - 1], "library", aoTimes[0][nRounds / 2]);
-        oTable.Add(astrCases[nPeer - 1], "peer", aoTimes[nPeer][nRounds / 2]);
-    }
-    oTable.Print();
+    const ScratchFolder oFolder(oArguments);
+    const std::string strFile = oFolder / "script.sql";
+    const std::size_t nExpected = WriteScript(strFile);
+    const auto by = [&](Statements (*pfnSplit)(const std::string&)) {
+        return [=] { Require(pfnSplit(strFile).size() == nExpected, "statements are missing, or there are more"); };
+    };
+    oTable.Compare({{"256 MiB of SQL, against getline", "at most 1.5", by(&WithLibrary), by(&WithGetline)},
+                    {"256 MiB of SQL, against sqlite3_complete", "", by(&WithLibrary), by(&WithCompletenessTest)}},
+                   nRounds);
 }
