@@ -16,5 +16,17 @@ bool IsTerminal(eStandardStream eStream);
 // How wide the terminal is, in characters; 0 if the stream is none.
 int TerminalColumns(eStandardStream eStream);
 
-// Whether the terminal understands the escape sequences for colours, which some have to be told first.
-bool TakesColours(eStandardStream eStream);
+enum eStyle
+{
+    ePlain,
+    eStrong,
+    eFaint,
+    eGood,
+    eBad,
+    eDoubtful,
+    eStyles
+};
+
+// What is written from here on to a terminal, by std::cout or std::cerr, looks like this. Without effect on any other
+// stream.
+void SetStyle(eStandardStream eStream, eStyle eHow);

@@ -4,6 +4,8 @@
 #include <unistd.h>
 
 #include <cstdlib>
+#include <iostream>
+#include <iterator>
 #include <string_view>
 
 constexpr int nUsualColumns = 80;   // of a terminal that does not tell
@@ -24,8 +26,11 @@ int TerminalColumns(eStandardStream eStream)
     return ioctl(eStream, TIOCGWINSZ, &oSize) == 0 && oSize.ws_col > 0 ? oSize.ws_col : nUsualColumns;
 }
 
-bool TakesColours(eStandardStream eStream)
+void SetStyle(eStandardStream eStream, eStyle eHow)
 {
+    constexpr const char* apszSequences[] = {"\x1b[0m", "\x1b[1m", "\x1b[2m", "\x1b[32m", "\x1b[1;31m", "\x1b[33m"};
+    static_assert(std::size(apszSequences) == eStyles);
     const char* const pszTerminal = std::getenv("TERM");
-    return IsTerminal(eStream) && pszTerminal && std::string_view(pszTerminal) != "dumb";
+    if (IsTerminal(eStream) && pszTerminal && std::string_view(pszTerminal) != "dumb")
+        (eStream == eStandardError ? std::cerr : std::cout) << apszSequences[eHow];
 }

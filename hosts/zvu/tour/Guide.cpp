@@ -1,7 +1,5 @@
 #include "Guide.h"
 
-#include "../StandardStreams.h"
-
 #include "ZevrinUtils/framework/Exception.h"
 
 #include <algorithm>
@@ -22,14 +20,10 @@ constexpr int nMostColumns = 120;   // lines that are longer are hard to follow
 struct Verdict
 {
     const char* pszName;
-    const char* pszColour;
+    eStyle eHow;
 };
-constexpr Verdict s_aVerdicts[] = {{"ok", "\x1b[32m"}, {"WRONG", "\x1b[1;31m"}, {"left out", "\x1b[33m"}};
+constexpr Verdict s_aVerdicts[] = {{"ok", eGood}, {"WRONG", eBad}, {"left out", eDoubtful}};
 static_assert(std::size(s_aVerdicts) == Outcome::eVerdicts);
-
-constexpr auto pszBold = "\x1b[1m";
-constexpr auto pszFaint = "\x1b[2m";
-constexpr auto pszPlain = "\x1b[0m";
 
 // A row is one line: what would end it becomes a blank.
 std::string OneLine(std::string strText)
@@ -68,19 +62,27 @@ std::string TextOf(CException* pError)
 }
 }
 
-Guide::Guide()
-    : m_nColumns(TerminalColumns(eStandardOutput)),
-      m_bColour(m_nColumns > 0 && !std::getenv("NO_COLOR") && TakesColours(eStandardOutput))
+Guide::Guide() : m_nColumns(TerminalColumns(eStandardOutput)), m_bStyled(m_nColumns > 0 && !std::getenv("NO_COLOR"))
 {
     if (m_nColumns > 0)
         m_nColumns = std::clamp(m_nColumns, nFewestColumns, nMostColumns);
 }
 
+void Guide::Style(eStyle eHow) const
+{
+    if (m_bStyled)
+        SetStyle(eStandardOutput, eHow);
+}
+
 void Guide::EnterFamily(const char* pszName)
 {
     m_pszFamily = pszName;
-    if (m_nColumns > 0)
-        std::cout << '\n' << (m_bColour ? pszBold : "") << pszName << (m_bColour ? pszPlain : "") << '\n';
+    if (m_nColumns == 0)
+        return;
+    Style(eStrong);
+    std::cout << '\n' << pszName;
+    Style(ePlain);
+    std::cout << '\n';
 }
 
 void Guide::Show(const std::string& strAsked, const std::function<Outcome()>& ask)
@@ -105,20 +107,23 @@ void Guide::Show(const std::string& strAsked, const std::function<Outcome()>& as
 
 void Guide::PrintRow(const std::string& strAsked, const Outcome& oOutcome, std::chrono::duration<double> nTook) const
 {
-    const auto& [pszVerdict, pszColour] = s_aVerdicts[oOutcome.eHow];
+    const auto& [pszVerdict, eHow] = s_aVerdicts[oOutcome.eHow];
     if (m_nColumns == 0)
     {
         std::cout << pszVerdict << '\t' << m_pszFamily << '\t' << strAsked << '\t' << oOutcome.strText << '\t'
                   << std::fixed << std::setprecision(3) << nTook.count() * 1000 << std::endl;
         return;
     }
-    // What was left out took no time that anyone wants to know.
-    const std::string strTime = oOutcome.eHow == Outcome::eLeftOut ? "" : TimeText(nTook);
+    Style(eHow);
+    std::cout << "  " << Fitted(pszVerdict, nVerdictWidth);
+    Style(ePlain);
     const int nAnswerWidth = m_nColumns - nVerdictWidth - nAskedWidth - nTimeWidth - 5;
-    std::cout << "  " << (m_bColour ? pszColour : "") << Fitted(pszVerdict, nVerdictWidth)
-              << (m_bColour ? pszPlain : "") << Fitted(strAsked, nAskedWidth) << "  "
-              << Fitted(oOutcome.strText, nAnswerWidth) << (m_bColour ? pszFaint : "") << std::right
-              << std::setw(nTimeWidth) << strTime << (m_bColour ? pszPlain : "") << std::endl;
+    std::cout << Fitted(strAsked, nAskedWidth) << "  " << Fitted(oOutcome.strText, nAnswerWidth);
+    Style(eFaint);
+    // What was left out took no time that anyone wants to know.
+    std::cout << std::right << std::setw(nTimeWidth) << (oOutcome.eHow == Outcome::eLeftOut ? "" : TimeText(nTook));
+    Style(ePlain);
+    std::cout << std::endl;
 }
 
 bool Guide::Close() const

@@ -1,6 +1,8 @@
 // The table of the tour: what was asked, what came out, and how long it took.
 #pragma once
 
+#include "../StandardStreams.h"
+
 #include <chrono>
 #include <functional>
 #include <sstream>
@@ -54,10 +56,11 @@ public:
 private:
     using Clock = std::chrono::steady_clock;
 
+    void Style(eStyle eHow) const;
     void PrintRow(const std::string& strAsked, const Outcome& oOutcome, std::chrono::duration<double> nTook) const;
 
     int m_nColumns;   // of the terminal; 0: plain rows
-    bool m_bColour;
+    bool m_bStyled;
     const char* m_pszFamily = "";
     int m_anStops[Outcome::eVerdicts] = {};
     Clock::time_point m_nStart = Clock::now();

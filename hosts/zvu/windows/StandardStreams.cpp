@@ -5,6 +5,9 @@
 #include <fcntl.h>
 #include <io.h>
 
+#include <iostream>
+#include <iterator>
+
 namespace
 {
 HANDLE HandleOf(eStandardStream eStream)
@@ -30,9 +33,16 @@ int TerminalColumns(eStandardStream eStream)
     return bKnown ? oInfo.srWindow.Right - oInfo.srWindow.Left + 1 : 0;
 }
 
-bool TakesColours(eStandardStream eStream)
+void SetStyle(eStandardStream eStream, eStyle eHow)
 {
-    DWORD nMode = 0;
-    return GetConsoleMode(HandleOf(eStream), &nMode) &&
-           SetConsoleMode(HandleOf(eStream), nMode | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
+    constexpr WORD nGrey = FOREGROUND_RED | FOREGROUND_GREEN | FOREGROUND_BLUE;
+    constexpr WORD anAttributes[] = {nGrey,
+                                     nGrey | FOREGROUND_INTENSITY,
+                                     FOREGROUND_INTENSITY,
+                                     FOREGROUND_GREEN,
+                                     FOREGROUND_RED | FOREGROUND_INTENSITY,
+                                     FOREGROUND_RED | FOREGROUND_GREEN};
+    static_assert(std::size(anAttributes) == eStyles);
+    (eStream == eStandardError ? std::cerr : std::cout).flush();
+    SetConsoleTextAttribute(HandleOf(eStream), anAttributes[eHow]);   // fails on what is no terminal
 }
