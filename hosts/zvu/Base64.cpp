@@ -1,10 +1,11 @@
 // zvu base64: files, or what goes through it, as Base64 text and back.
 #include "Command.h"
-#include "StandardStreams.h"
+#include "System.h"
 
 #include "ZevrinUtils/Base64Coder.h"
 
 #include <cstdio>
+#include <fstream>
 #include <iostream>
 #include <optional>
 #include <stdexcept>
@@ -97,33 +98,43 @@ int Code(const Options& oOptions, CodeFiles pfnCodeFiles, void (*pfnCodeStream)(
     Base64Coder oCoder;
     if ((oCoder.*pfnCodeFiles)(oOptions.strInput->c_str(), oOptions.strOutput.c_str()))
         return eSucceeded;
-    std::cerr << "zvu: " << *oOptions.strInput << " cannot be read or " << oOptions.strOutput << " not written\n";
-    return eFailed;
+    const bool bReadable = std::ifstream(*oOptions.strInput).is_open();
+    return Fail(bReadable ? oOptions.strOutput + " cannot be written" : *oOptions.strInput + " cannot be read");
 }
 
-CLI::App* AddCoder(CLI::App& oBase64, Action& action, const std::string& strName, const std::string& strPurpose,
-                   CodeFiles pfnCodeFiles, void (*pfnCodeStream)())
+int Encode(const Options& oOptions)
 {
-    const auto pOptions = std::make_shared<Options>();
-    auto* const pCommand = oBase64.add_subcommand(strName, strPurpose);
-    auto* const pInput = pCommand->add_option("INPUT", pOptions->strInput, "File to read; standard input by default");
-    pInput->needs(pCommand->add_option("OUTPUT", pOptions->strOutput, "File to write; standard output without INPUT"));
-    pCommand->callback([=, &action] { action = [=] { return Code(*pOptions, pfnCodeFiles, pfnCodeStream); }; });
-    return pCommand;
+    return Code(oOptions, &Base64Coder::Encode, &EncodeStream);
+}
+
+int Decode(const Options& oOptions)
+{
+    return Code(oOptions, &Base64Coder::Decode, &DecodeStream);
+}
+
+void AddFiles(CLI::App& oCommand, Options& oOptions)
+{
+    auto* const pInput = oCommand.add_option("INPUT", oOptions.strInput, "File to read; standard input by default");
+    auto* const pOutput =
+        oCommand.add_option("OUTPUT", oOptions.strOutput, "File to write; standard output without INPUT");
+    pInput->type_name("")->needs(pOutput->type_name(""));
 }
 }
 
 void AddBase64(CLI::App& oApp, Action& action)
 {
-    auto* const pCommand = oApp.add_subcommand("base64", "Code bytes as Base64 text and back");
-    pCommand->require_subcommand(1);
-    const std::string strLargeFiles = "Of a file of 4 GiB or more only the length modulo 4 GiB is coded: give such a "
-                                      "one as standard input.\n";
-    AddCoder(*pCommand, action, "encode", "Bytes to text, without line breaks", &Base64Coder::Encode, &EncodeStream)
-        ->footer(strLargeFiles + "Example: zvu base64 encode picture.png picture.txt");
-    AddCoder(*pCommand, action, "decode", "Text to bytes; any text decodes to something", &Base64Coder::Decode,
-             &DecodeStream)
-        ->footer("A text with line breaks in it comes from standard input: files are decoded in blocks of 3072 "
-                 "characters,\neach by itself.\n" +
-                 strLargeFiles + "Example: echo SGVsbG8h | zvu base64 decode");
+    auto& oGroup =
+        AddGroup(oApp, "base64", "Code bytes as Base64 text and back", "base64 encode picture.png picture.txt");
+    const std::string strLargeFiles =
+        "Of a file of 4 GiB or more only the length modulo 4 GiB is coded: give such a one "
+        "as standard input.";
+    auto& oEncode = AddCommand(oGroup, "encode", "Bytes to text, without line breaks",
+                               "base64 encode picture.png picture.txt", strLargeFiles);
+    AddFiles(oEncode, Runs(oEncode, action, &Encode));
+    auto& oDecode = AddCommand(
+        oGroup, "decode", "Text to bytes; any text decodes to something", "base64 decode picture.txt picture.png",
+        "A text with line breaks in it comes from standard input: files are decoded in blocks of "
+        "3072 characters,\neach by itself.\n" +
+            strLargeFiles);
+    AddFiles(oDecode, Runs(oDecode, action, &Decode));
 }

@@ -6,6 +6,8 @@
 
 #include <functional>
 #include <iostream>
+#include <memory>
+#include <string>
 
 #include <CLI/CLI.hpp>
 
@@ -24,6 +26,50 @@ inline int PrintAnswer(bool bAnswer)
 {
     std::cout << (bAnswer ? "true\n" : "false\n");
     return bAnswer ? eSucceeded : eFailed;
+}
+
+// Tells of a failure, and gives its exit status.
+inline int Fail(const std::string& strText)
+{
+    std::cerr << "zvu: " << strText << '\n';
+    return eFailed;
+}
+
+// The system's text for a Win32 error number, on one line.
+std::string ErrorText(unsigned long nError);
+
+// The help of a command ends with an example, which is given without the program's name, and with notes before it.
+inline CLI::App& AddCommand(CLI::App& oParent, const std::string& strName, const std::string& strHelp,
+                            const std::string& strExample, const std::string& strNotes = "")
+{
+    auto* const pCommand = oParent.add_subcommand(strName, strHelp);
+    pCommand->footer(strNotes + (strNotes.empty() ? "" : "\n") + "Example: zvu " + strExample);
+    return *pCommand;
+}
+
+// A command that only stands before others.
+inline CLI::App& AddGroup(CLI::App& oApp, const std::string& strName, const std::string& strHelp,
+                          const std::string& strExample)
+{
+    auto& oGroup = AddCommand(oApp, strName, strHelp, strExample);
+    oGroup.require_subcommand(1);
+    return oGroup;
+}
+
+// A value that has to be given, by its place.
+template <class Value>
+CLI::Option* AddArgument(CLI::App& oCommand, const std::string& strName, Value& oValue, const std::string& strHelp)
+{
+    return oCommand.add_option(strName, oValue, strHelp)->required()->type_name("");
+}
+
+// The options of a command, for which it runs once all of them have been read.
+template <class Options>
+Options& Runs(CLI::App& oCommand, Action& action, int (*pfnRun)(const Options&))
+{
+    const auto pOptions = std::make_shared<Options>();
+    oCommand.callback([=, &action] { action = [=] { return pfnRun(*pOptions); }; });
+    return *pOptions;
 }
 
 // Each adds its command, which sets the action when it is chosen.

@@ -14,10 +14,7 @@ int Disk(const std::string& strDirectory)
     double dPercent = 0;
     unsigned long ulMegabytes = 0;
     if (!oInfo.GetFreeDiskSpacePercent(dPercent, ulMegabytes))
-    {
-        std::cerr << "zvu: the disk does not answer\n";
-        return eFailed;
-    }
+        return Fail("the disk does not answer");
     std::cout << dPercent << '\n' << ulMegabytes << '\n';
     return eSucceeded;
 }
@@ -25,9 +22,7 @@ int Disk(const std::string& strDirectory)
 
 void AddDisk(CLI::App& oApp, Action& action)
 {
-    const auto pDirectory = std::make_shared<std::string>();
-    auto* const pCommand = oApp.add_subcommand("disk", "Print how much of a disk is free, in percent and in MiB");
-    pCommand->add_option("DIRECTORY", *pDirectory, "Any directory on it; the current one at first");
-    pCommand->footer("Example: zvu disk /tmp");
-    pCommand->callback([pDirectory, &action] { action = [pDirectory] { return Disk(*pDirectory); }; });
+    auto& oCommand = AddCommand(oApp, "disk", "Print how much of a disk is free, in percent and in MiB", "disk /tmp");
+    oCommand.add_option("DIRECTORY", Runs(oCommand, action, &Disk), "Any directory on it; the current one by default")
+        ->type_name("");
 }

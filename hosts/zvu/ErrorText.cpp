@@ -8,21 +8,23 @@
 
 namespace
 {
-int ErrorText(std::uint32_t nError)
+int PrintErrorText(const std::uint32_t& nError)
 {
-    std::string strText;
-    CSystemInfo::GetFormatedMessageForWin32ErrCode(nError, strText);
-    strText.resize(strText.find_last_not_of("\r\n") + 1);   // the system ends its lines, the library none
-    std::cout << strText << '\n';
+    std::cout << ErrorText(nError) << '\n';
     return eSucceeded;
 }
 }
 
+std::string ErrorText(unsigned long nError)
+{
+    std::string strText;
+    CSystemInfo::GetFormatedMessageForWin32ErrCode(nError, strText);
+    strText.resize(strText.find_last_not_of("\r\n") + 1);   // the system ends its lines, the library none
+    return strText;
+}
+
 void AddErrorText(CLI::App& oApp, Action& action)
 {
-    const auto pError = std::make_shared<std::uint32_t>();
-    auto* const pCommand = oApp.add_subcommand("error-text", "Print the system's text for a Win32 error number");
-    pCommand->add_option("NUMBER", *pError, "The number")->required();
-    pCommand->footer("Example: zvu error-text 5");
-    pCommand->callback([pError, &action] { action = [pError] { return ErrorText(*pError); }; });
+    auto& oCommand = AddCommand(oApp, "error-text", "Print the system's text for a Win32 error number", "error-text 5");
+    AddArgument(oCommand, "NUMBER", Runs(oCommand, action, &PrintErrorText), "0 to 4294967295, also as 0x and digits");
 }

@@ -3,6 +3,8 @@
 
 #include "ZevrinUtils/Folder.h"
 
+#include <algorithm>
+#include <filesystem>
 #include <iostream>
 
 namespace
@@ -18,7 +20,7 @@ struct Options
 int Report(bool bSucceeded, const std::string& strError)
 {
     if (!strError.empty())
-        std::cerr << "zvu: " << strError << '\n';
+        Fail(strError);
     return bSucceeded ? eSucceeded : eFailed;
 }
 
@@ -38,8 +40,18 @@ int Copy(const Options& oOptions)
     return Report(bSucceeded, strError);
 }
 
-int Print(const std::vector<std::string>& oPaths)
+// Of a folder that cannot be read the library tells nothing, as of an empty one.
+bool IsFolder(std::string strPath)
 {
+    std::ranges::replace(strPath, '\\', static_cast<char>(std::filesystem::path::preferred_separator));
+    std::error_code oIgnored;
+    return std::filesystem::is_directory(strPath, oIgnored);
+}
+
+int Print(const Options& oOptions, const std::vector<std::string>& oPaths)
+{
+    if (oPaths.empty() && !IsFolder(oOptions.strPath))
+        return Fail(oOptions.strPath + " is no folder");
     for (const auto& strPath : oPaths)
         std::cout << strPath << '\n';
     return eSucceeded;
@@ -49,60 +61,74 @@ int List(const Options& oOptions)
 {
     std::vector<std::string> oFolders;
     CSFolder::GetFolderList(oOptions.strPath.c_str(), oFolders, oOptions.bRecursive);
-    return Print(oFolders);
+    return Print(oOptions, oFolders);
 }
 
 int Find(const Options& oOptions)
 {
     std::vector<std::string> oFiles;
     CSFolder::GetFilesPathList(oOptions.strPath.c_str(), oOptions.strOther.c_str(), oFiles, true);
-    return Print(oFiles);
+    return Print(oOptions, oFiles);
 }
 
 int Size(const Options& oOptions)
 {
     long nKilobytes = 0;
     CSFolder::GetFolderSize(oOptions.strPath.c_str(), nKilobytes);
+    if (nKilobytes == 0 && !IsFolder(oOptions.strPath))
+        return Fail(oOptions.strPath + " is no folder");
     std::cout << nKilobytes << '\n';
     return eSucceeded;
 }
+
+struct Argument
+{
+    const char* pszName;
+    const char* pszHelp;
+};
+constexpr Argument s_oPath{"PATH", "Folder"};
+constexpr Argument s_oFrom{"FROM", "Folder to copy"};
+constexpr Argument s_oTo{"TO", "Folder that the copy becomes"};
+constexpr Argument s_oName{"NAME", "Name of the files, without wildcards"};
+constexpr Argument s_oNone{};
 
 struct Operation
 {
     const char* pszName;
     const char* pszHelp;
-    const char* pszOther;   // null: there is none
+    const char* pszExample;
     int (*pfnRun)(const Options&);
+    Argument oPath = s_oPath;
+    Argument oOther = s_oNone;
+    const char* pszNotes = "";
 };
 const Operation s_aOperations[] = {
-    {"create", "Make one folder", nullptr, &Change<&CSFolder::CreateFolder>},
-    {"delete", "Delete a tree", nullptr, &Change<&CSFolder::DeleteFolder>},
-    {"copy", "Copy a tree, onto one that may be there", "TO", &Copy<&CSFolder::CopyFolder>},
-    {"xcopy", "Let the system's xcopy copy a tree", "TO", &Copy<&CSFolder::XCopyFolder>},
-    {"list", "Print the folders in a folder", nullptr, &List},
-    {"find", "Print the files of a name, whatever its case, in a tree", "NAME", &Find},
-    {"size", "Print the size of a tree, in units of 1024 bytes", nullptr, &Size},
+    {"create", "Make one folder", "folder create photos", &Change<&CSFolder::CreateFolder>},
+    {"delete", "Delete a tree", "folder delete photos", &Change<&CSFolder::DeleteFolder>},
+    {"copy", "Copy a tree, onto one that may be there", "folder copy photos backup", &Copy<&CSFolder::CopyFolder>,
+     s_oFrom, s_oTo},
+    {"xcopy", "Let the system's xcopy copy a tree", "folder xcopy photos backup", &Copy<&CSFolder::XCopyFolder>,
+     s_oFrom, s_oTo, "Whether it could is not reported."},
+    {"list", "Print the folders in a folder", "folder list photos --recursive", &List},
+    {"find", "Print the files of a name, whatever its case, in a tree", "folder find photos Thumbs.db", &Find, s_oPath,
+     s_oName},
+    {"size", "Print the size of a tree, in units of 1024 bytes", "folder size photos", &Size},
 };
-
-void AddOperation(CLI::App& oGroup, const Operation& oOperation, Action& action)
-{
-    const auto pOptions = std::make_shared<Options>();
-    auto* const pCommand = oGroup.add_subcommand(oOperation.pszName, oOperation.pszHelp);
-    pCommand->add_option("PATH", pOptions->strPath, "Folder")->required();
-    if (oOperation.pszOther)
-        pCommand->add_option(oOperation.pszOther, pOptions->strOther)->required();
-    if (oOperation.pfnRun == &List)
-        pCommand->add_flag("--recursive", pOptions->bRecursive, "Also the folders below those");
-    pCommand->callback(
-        [pOptions, pfnRun = oOperation.pfnRun, &action] { action = [pOptions, pfnRun] { return pfnRun(*pOptions); }; });
-}
 }
 
 void AddFolder(CLI::App& oApp, Action& action)
 {
-    auto* const pGroup = oApp.add_subcommand("folder", "Copy, delete, list and measure trees of folders");
-    pGroup->require_subcommand(1);
+    auto& oGroup =
+        AddGroup(oApp, "folder", "Copy, delete, list and measure trees of folders", "folder copy photos backup");
     for (const auto& oOperation : s_aOperations)
-        AddOperation(*pGroup, oOperation, action);
-    pGroup->footer("Example: zvu folder copy photos /backup/photos");
+    {
+        auto& oCommand =
+            AddCommand(oGroup, oOperation.pszName, oOperation.pszHelp, oOperation.pszExample, oOperation.pszNotes);
+        auto& oOptions = Runs(oCommand, action, oOperation.pfnRun);
+        AddArgument(oCommand, oOperation.oPath.pszName, oOptions.strPath, oOperation.oPath.pszHelp);
+        if (oOperation.oOther.pszName)
+            AddArgument(oCommand, oOperation.oOther.pszName, oOptions.strOther, oOperation.oOther.pszHelp);
+        if (oOperation.pfnRun == &List)
+            oCommand.add_flag("--recursive", oOptions.bRecursive, "Also the folders below those");
+    }
 }

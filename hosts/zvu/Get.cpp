@@ -1,29 +1,17 @@
 // zvu get: what a URL holds, on standard output or in a file.
 #include "Command.h"
+#include "GetToFile.h"
+#include "Interrupt.h"
 #include "Progress.h"
-#include "StandardStreams.h"
+#include "System.h"
 
 #include "ZevrinUtils/HttpServices.h"
 
-#include <atomic>
-#include <cerrno>
-#include <condition_variable>
-#include <csignal>
-#include <cstdio>
-#include <filesystem>
 #include <iostream>
-#include <mutex>
-#include <thread>
 
 namespace
 {
-constexpr auto nPause = std::chrono::milliseconds(50);   // between two looks at a file
-
-constexpr std::size_t nOutputBuffer = 0x10000;   // of blocks of 1024 bytes
-
-// Set by the signal, read by any thread.
-std::atomic<bool> s_bInterrupted = false;
-static_assert(std::atomic<bool>::is_always_lock_free);
+char s_achOutput[0x10000];   // so that blocks of 1024 bytes do not each become a write
 
 struct Options
 {
@@ -38,24 +26,6 @@ struct Options
     bool bPost = false;
 };
 
-// The first Ctrl-C asks for an orderly end. While the network is silent it has to wait, so a second one ends the
-// program at once.
-void WatchForInterrupt()
-{
-    std::signal(SIGINT, [](int) {
-        const int nError = errno;   // of the call that is interrupted
-        s_bInterrupted = true;
-        std::signal(SIGINT, SIG_DFL);
-        errno = nError;
-    });
-}
-
-int Fail(const std::string& strText)
-{
-    std::cerr << "zvu: " << strText << '\n';
-    return eFailed;
-}
-
 class Observer : public CHTTPRequestObserver
 {
 public:
@@ -65,7 +35,7 @@ public:
     bool bOnDataBlock(unsigned long nBytes) override
     {
         m_oProgress.Add(nBytes);
-        return !s_bInterrupted;
+        return !IsInterrupted();
     }
     bool bKeepRunning() override { return true; }
     void OnRequestEnd(bool) override {}
@@ -89,7 +59,7 @@ int GetToOutput(CHttpServices& oClient, const Options& oOptions)
 {
     MakeBinary(eStandardOutput);
     if (!IsTerminal(eStandardOutput))
-        std::setvbuf(stdout, nullptr, _IOFBF, nOutputBuffer);
+        std::cout.rdbuf()->pubsetbuf(s_achOutput, sizeof s_achOutput);
     WatchForInterrupt();
     CString strError;
     CString strNewHost;
@@ -105,107 +75,6 @@ int GetToOutput(CHttpServices& oClient, const Options& oOptions)
         return Fail("interrupted");
     if (eResult != CHttpServices::eHttpReqOK)
         return Fail(static_cast<const char*>(strError));
-    return std::cout.flush() ? eSucceeded : Fail("standard output cannot be written");
-}
-
-// Where the answer is gathered until all of it is there: beside the file, which a failed fetch leaves as it was.
-// What is no ordinary file, a device say, takes the answer itself.
-class PartialFile
-{
-public:
-    explicit PartialFile(const std::string& strFile) : m_oFile(strFile), m_oPartial(strFile)
-    {
-        if (exists(m_oFile))
-            m_oFile = canonical(m_oFile);   // not to put a file in the place of a link
-        if (!exists(m_oFile) || is_regular_file(m_oFile))
-            m_oPartial = m_oFile.string() + ".part";
-    }
-    ~PartialFile() { Discard(); }
-    PartialFile(const PartialFile&) = delete;
-    PartialFile& operator=(const PartialFile&) = delete;
-
-    std::string Path() const { return m_oPartial.string(); }
-
-    std::uint64_t Size() const
-    {
-        std::error_code oIgnored;
-        return is_regular_file(m_oPartial, oIgnored) ? file_size(m_oPartial, oIgnored) : 0;
-    }
-
-    void Discard() const
-    {
-        std::error_code oIgnored;
-        if (m_oPartial != m_oFile)
-            remove(m_oPartial, oIgnored);
-    }
-
-    void Complete()
-    {
-        if (m_oPartial != m_oFile)
-            rename(m_oPartial, m_oFile);
-    }
-
-private:
-    std::filesystem::path m_oFile;
-    std::filesystem::path m_oPartial;
-};
-
-// A retrieval into a file tells nothing of its progress and cannot be stopped. So a thread beside it looks at the
-// file, and an interrupt ends the program.
-class FileWatch
-{
-public:
-    explicit FileWatch(const PartialFile& oFile) : m_oFile(oFile), m_oThread([this] { Watch(); }) {}
-    ~FileWatch()
-    {
-        {
-            const std::lock_guard oHold(m_oLock);
-            m_bDone = true;
-        }
-        m_oWake.notify_one();
-        m_oThread.join();
-    }
-    FileWatch(const FileWatch&) = delete;
-    FileWatch& operator=(const FileWatch&) = delete;
-
-private:
-    void Watch()
-    {
-        {
-            Progress oProgress(IsTerminal(eStandardError));
-            std::unique_lock oHold(m_oLock);
-            while (!s_bInterrupted && !m_bDone)
-            {
-                m_oWake.wait_for(oHold, nPause);
-                oProgress.Set(m_oFile.Size());
-            }
-            if (m_bDone)
-                return;
-        }
-        m_oFile.Discard();
-        std::_Exit(Fail("interrupted"));
-    }
-
-    const PartialFile& m_oFile;
-    bool m_bDone = false;
-    std::mutex m_oLock;
-    std::condition_variable m_oWake;
-    std::thread m_oThread;   // the last, as it uses the others
-};
-
-int GetToFile(CHttpServices& oClient, const Options& oOptions)
-{
-    PartialFile oFile(oOptions.strFile);
-    CString strError;
-    int bDone = 0;
-    WatchForInterrupt();
-    {
-        FileWatch oWatch(oFile);
-        bDone = oClient.bGetURLFileAndWriteToFile(oOptions.strUrl, oFile.Path(), oOptions.bUnique, &strError);
-    }
-    if (!bDone)
-        return Fail(static_cast<const char*>(strError));
-    oFile.Complete();
     return eSucceeded;
 }
 
@@ -213,26 +82,26 @@ int Get(const Options& oOptions)
 {
     CHttpServices oClient;
     Configure(oClient, oOptions);
-    return oOptions.strFile.empty() ? GetToOutput(oClient, oOptions) : GetToFile(oClient, oOptions);
+    return oOptions.strFile.empty() ? GetToOutput(oClient, oOptions)
+                                    : GetToFile(oClient, oOptions.strUrl, oOptions.strFile, oOptions.bUnique);
 }
 }
 
 void AddGet(CLI::App& oApp, Action& action)
 {
-    const auto pOptions = std::make_shared<Options>();
-    auto* const pCommand = oApp.add_subcommand("get", "Fetch what a URL holds");
-    pCommand->add_option("URL", pOptions->strUrl, "http://host[:port][/path][?query]")->required();
-    auto* const pFile = pCommand->add_option("-o,--output", pOptions->strFile,
-                                             "File to put it in, once all of it is there; standard output by default");
-    pCommand->add_flag("--unique", pOptions->bUnique, "Ask so that no cache can answer");
-    pCommand->add_flag("--host-cache", pOptions->bHostCache, "First ask the host's root whether the host has moved")
+    auto& oCommand =
+        AddCommand(oApp, "get", "Fetch what a URL holds", "get http://127.0.0.1:8080/report -o report.txt");
+    auto& oOptions = Runs(oCommand, action, &Get);
+    AddArgument(oCommand, "URL", oOptions.strUrl, "http://host[:port][/path][?query]");
+    auto* const pFile = oCommand.add_option("-o,--output", oOptions.strFile,
+                                            "File to put it in, once all of it is there; standard output by default");
+    oCommand.add_flag("--unique", oOptions.bUnique, "Ask so that no cache can answer");
+    oCommand.add_flag("--host-cache", oOptions.bHostCache, "First ask the host's root whether the host has moved")
         ->excludes(pFile);
-    pCommand->add_option("--agent", pOptions->strAgent, "Agent text to send instead of the library's");
-    auto* const pUser = pCommand->add_option("--user", pOptions->strUser, "Name for a server that asks for one");
-    pCommand->add_option("--password", pOptions->strPassword, "The password to it")->needs(pUser);
-    pCommand->add_option("--secure", pOptions->nSecurePort, "Connect with TLS, to this port whatever the URL says")
+    oCommand.add_option("--agent", oOptions.strAgent, "Agent text to send instead of the library's");
+    auto* const pUser = oCommand.add_option("--user", oOptions.strUser, "Name for a server that asks for one");
+    oCommand.add_option("--password", oOptions.strPassword, "The password to it")->needs(pUser);
+    oCommand.add_option("--secure", oOptions.nSecurePort, "Connect with TLS, to this port whatever the URL says")
         ->check(CLI::Range(1, 65535));
-    pCommand->add_flag("--post", pOptions->bPost, "Ask with POST, without a body");
-    pCommand->footer("Example: zvu get http://127.0.0.1:8080/report -o report.txt");
-    pCommand->callback([pOptions, &action] { action = [pOptions] { return Get(*pOptions); }; });
+    oCommand.add_flag("--post", oOptions.bPost, "Ask with POST, without a body");
 }

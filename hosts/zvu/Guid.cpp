@@ -1,23 +1,23 @@
-// zvu guid: a new GUID.
+// zvu guid: a new identifier.
 #include "Command.h"
 
 #include "ZevrinUtils/Generators.h"
 
 #include <iostream>
 
+namespace
+{
+int Guid()
+{
+    const std::string strGuid = CSGuid::CreateGUID();
+    if (strGuid.empty())
+        return Fail("the system gives no identifier");
+    std::cout << strGuid << '\n';
+    return eSucceeded;
+}
+}
+
 void AddGuid(CLI::App& oApp, Action& action)
 {
-    auto* const pCommand = oApp.add_subcommand("guid", "Print a new GUID");
-    pCommand->callback([&action] {
-        action = [] {
-            const std::string strGuid = CSGuid::CreateGUID();
-            if (strGuid.empty())
-            {
-                std::cerr << "zvu: the system gives no identifier\n";
-                return eFailed;
-            }
-            std::cout << strGuid << '\n';
-            return eSucceeded;
-        };
-    });
+    AddCommand(oApp, "guid", "Print a new GUID", "guid").callback([&action] { action = &Guid; });
 }

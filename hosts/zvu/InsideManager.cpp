@@ -5,9 +5,8 @@
 
 void AddInsideManager(CLI::App& oApp, Action& action)
 {
-    auto* const pCommand =
-        oApp.add_subcommand("inside-manager", "Tell whether vdmanager.exe stands in the command line");
-    pCommand->allow_extras();   // which are in the command line too
-    pCommand->footer("Example: zvu inside-manager VDManager.exe");
-    pCommand->callback([&action] { action = [] { return PrintAnswer(CSystemInfo::IsExecutionInsideVDManager()); }; });
+    auto& oCommand = AddCommand(oApp, "inside-manager", "Tell whether vdmanager.exe stands in the command line",
+                                "inside-manager VDManager.exe");
+    oCommand.allow_extras();   // which are in the command line too
+    oCommand.callback([&action] { action = [] { return PrintAnswer(CSystemInfo::IsExecutionInsideVDManager()); }; });
 }

@@ -1,11 +1,11 @@
 // zvu listen: a port served from the command line.
 #include "Command.h"
+#include "Interrupt.h"
 
 #include "ZevrinUtils/PortListener.h"
 
 #include <atomic>
 #include <chrono>
-#include <csignal>
 #include <iostream>
 #include <mutex>
 #include <thread>
@@ -13,8 +13,6 @@
 namespace
 {
 constexpr auto nPollPause = std::chrono::milliseconds(20);
-
-volatile std::sig_atomic_t s_bInterrupted = 0;
 
 struct Options
 {
@@ -28,17 +26,24 @@ struct Options
 // What the handler works on.
 struct Service
 {
-    const Options& oOptions;
-    std::mutex oOutput;
+    const Options oOptions;
+    std::mutex oLock{};
     std::atomic<int> nServed = 0;
+    std::atomic<bool> bOutputGone = false;
+
+    // Takes no lock, as a handler may hang in the output.
+    bool IsDone() const { return bOutputGone || (oOptions.nCount != 0 && nServed >= oOptions.nCount); }
 };
 
 unsigned long Serve(unsigned short, const char* pszRequest, ZVString& oReply, void* pContext)
 {
     auto& oService = *static_cast<Service*>(pContext);
+    const std::lock_guard oHold(oService.oLock);
+    if (oService.IsDone())
+        return 0;   // without a reply
     oReply.Assign(oService.oOptions.bEcho ? pszRequest : oService.oOptions.strReply.c_str());
-    const std::lock_guard oHold(oService.oOutput);
-    std::cout << std::strlen(pszRequest) << std::endl;
+    if (!(std::cout << std::strlen(pszRequest) << std::endl))
+        oService.bOutputGone = true;
     ++oService.nServed;
     return 0;
 }
@@ -46,20 +51,16 @@ unsigned long Serve(unsigned short, const char* pszRequest, ZVString& oReply, vo
 int Listen(const Options& oOptions)
 {
     // Not on the stack: a handler that hangs in the output may outlive this call.
-    static Service oService{oOptions, {}};
+    static Service oService{oOptions};
     CSPortListener oListener;
     oListener.SetContext(&oService);
     oListener.UseHeader(oOptions.bHeader);
     if (!oListener.Start(oOptions.nPort, &Serve))
-    {
-        std::cerr << "zvu: port " << oOptions.nPort << " cannot be opened\n";
-        return eFailed;
-    }
+        return Fail("port " + std::to_string(oOptions.nPort) + " cannot be opened");
 
-    std::signal(SIGINT, [](int) { s_bInterrupted = 1; });
-    std::signal(SIGTERM, [](int) { s_bInterrupted = 1; });
+    WatchForInterrupt();
     std::cerr << "zvu: listening on port " << oOptions.nPort << "; Ctrl-C stops" << std::endl;
-    while (!s_bInterrupted && (oOptions.nCount == 0 || oService.nServed < oOptions.nCount))
+    while (!IsInterrupted() && !oService.IsDone())
         std::this_thread::sleep_for(nPollPause);
     oListener.Stop();   // the reply under way still goes out
     return eSucceeded;
@@ -68,15 +69,13 @@ int Listen(const Options& oOptions)
 
 void AddListen(CLI::App& oApp, Action& action)
 {
-    const auto pOptions = std::make_shared<Options>();
-    auto* const pCommand = oApp.add_subcommand("listen", "Serve a TCP port and print the size of each request");
-    pCommand->add_option("PORT", pOptions->nPort, "Port to open on all local addresses")
-        ->required()
-        ->check(CLI::Range(1, 65535));
-    pCommand->add_flag("--header", pOptions->bHeader, "Put the HTTP/1.0 header before each reply");
-    auto* const pReply = pCommand->add_option("--reply", pOptions->strReply, "Text to reply with; none by default");
-    pCommand->add_flag("--echo", pOptions->bEcho, "Reply with the request")->excludes(pReply);
-    pCommand->add_option("--count", pOptions->nCount, "Requests to serve before it ends")->check(CLI::PositiveNumber);
-    pCommand->footer("Example: zvu listen 8080 --header --reply '<ok/>'");
-    pCommand->callback([pOptions, &action] { action = [pOptions] { return Listen(*pOptions); }; });
+    auto& oCommand = AddCommand(oApp, "listen", "Serve a TCP port and print the size of each request",
+                                "listen 8080 --header --reply '<ok/>'");
+    auto& oOptions = Runs(oCommand, action, &Listen);
+    AddArgument(oCommand, "PORT", oOptions.nPort, "Port to open on all local addresses, 1 to 65535")
+        ->check(CLI::Range(1, 65535).description(""));
+    oCommand.add_flag("--header", oOptions.bHeader, "Put the HTTP/1.0 header before each reply");
+    auto* const pReply = oCommand.add_option("--reply", oOptions.strReply, "Text to reply with; none by default");
+    oCommand.add_flag("--echo", oOptions.bEcho, "Reply with the request")->excludes(pReply);
+    oCommand.add_option("--count", oOptions.nCount, "Requests to serve before it ends")->check(CLI::PositiveNumber);
 }

@@ -24,15 +24,13 @@ struct Options
     std::string strFrom;
 };
 
-// True if the mail holds no failure; otherwise tells it.
-bool IsWell(CSIMapi& oMail)
+// Tells of the failure that the mail holds; false if there is none.
+bool ReportFailure(CSIMapi& oMail)
 {
     unsigned int nCode = 0;
     CString strText;
     oMail.GetLastError(nCode, strText);
-    if (nCode != 0)
-        std::cerr << "zvu: " << strText << '\n';
-    return nCode == 0;
+    return nCode != 0 && Fail(static_cast<const char*>(strText));
 }
 
 std::vector<Attachment> AttachmentsAt(const std::vector<std::string>& oPaths)
@@ -48,7 +46,7 @@ int Mail(const Options& oOptions)
 {
     const auto oAttachments = AttachmentsAt(oOptions.oPaths);   // the mail keeps pointers to them
     CSIMapi oMail;
-    if (!IsWell(oMail))
+    if (ReportFailure(oMail))
         return eFailed;
     for (const auto& strName : oOptions.oTo)
         oMail.To(strName.c_str());
@@ -61,23 +59,24 @@ int Mail(const Options& oOptions)
     if (!oOptions.strFrom.empty())
         oMail.SetFrom(oOptions.strFrom.c_str());
     oMail.SetText(oOptions.strText.c_str());
-    if (IsWell(oMail) && oMail.Send(0))
+    if (ReportFailure(oMail))
+        return eFailed;
+    if (oMail.Send(0))
         return eSucceeded;
-    IsWell(oMail);   // tells why it was not sent
+    ReportFailure(oMail);
     return eFailed;
 }
 }
 
 void AddMail(CLI::App& oApp, Action& action)
 {
-    const auto pOptions = std::make_shared<Options>();
-    auto* const pCommand = oApp.add_subcommand("mail", "Show a message in the mail client, ready to be sent");
-    pCommand->add_option("--to", pOptions->oTo, "Main recipient; may be repeated")->required()->expected(1, -1);
-    pCommand->add_option("--cc", pOptions->oCc, "Copy recipient; may be repeated");
-    pCommand->add_option("--subject", pOptions->strSubject, "Subject");
-    pCommand->add_option("--text", pOptions->strText, "Text");
-    pCommand->add_option("--from", pOptions->strFrom, "Sender, where the mail client takes one from others");
-    pCommand->add_option("--attach", pOptions->oPaths, "File to attach; may be repeated");
-    pCommand->footer("Example: zvu mail --to jane@example.com --subject Report --attach report.pdf");
-    pCommand->callback([pOptions, &action] { action = [pOptions] { return Mail(*pOptions); }; });
+    auto& oCommand = AddCommand(oApp, "mail", "Show a message in the mail client, ready to be sent",
+                                "mail --to jane@example.com --subject Report --attach report.pdf");
+    auto& oOptions = Runs(oCommand, action, &Mail);
+    oCommand.add_option("--to", oOptions.oTo, "Main recipient; may be repeated")->required()->expected(1, -1);
+    oCommand.add_option("--cc", oOptions.oCc, "Copy recipient; may be repeated");
+    oCommand.add_option("--subject", oOptions.strSubject, "Subject");
+    oCommand.add_option("--text", oOptions.strText, "Text");
+    oCommand.add_option("--from", oOptions.strFrom, "Sender, where the mail client takes one from others");
+    oCommand.add_option("--attach", oOptions.oPaths, "File to attach; may be repeated");
 }

@@ -8,31 +8,32 @@
 
 namespace
 {
+constexpr void (*s_apfnCommands[])(CLI::App&, Action&) = {
+    &AddBase64,  &AddDisk,   &AddErrorText,  &AddFolder, &AddGet,      &AddGuid,       &AddInsideManager,
+    &AddIp,      &AddListen, &AddMail,       &AddOnline, &AddPassword, &AddPickFolder, &AddRegistry,
+    &AddResolve, &AddRights, &AddRunAndWait, &AddSql,    &AddTour,     &AddUrl,
+};
+
+// A failure of usage names the command that it is about.
+std::string UsageFailure(const CLI::App* pApp, const CLI::Error& oError)
+{
+    std::string strCommand = pApp->get_name();
+    for (auto oChosen = pApp->get_subcommands(); !oChosen.empty(); oChosen = oChosen.front()->get_subcommands())
+        strCommand += " " + oChosen.front()->get_name();
+    return strCommand + ": " + oError.what() + "\n" + strCommand + " --help says more.\n";
+}
+
 int Run(int nArguments, char** ppArguments)
 {
     CLI::App oApp{"Calls the ZevrinUtils library from the command line.", "zvu"};
     oApp.require_subcommand(1);
+    oApp.failure_message(&UsageFailure);
+    oApp.footer("Put -- before a text that begins with a dash. Exit status: 0 success, or true; 1 failure, or false;\n"
+                "2 wrong usage.\n"
+                "Example: zvu resolve --help");
     Action action;
-    AddBase64(oApp, action);
-    AddDisk(oApp, action);
-    AddErrorText(oApp, action);
-    AddFolder(oApp, action);
-    AddGet(oApp, action);
-    AddGuid(oApp, action);
-    AddInsideManager(oApp, action);
-    AddIp(oApp, action);
-    AddListen(oApp, action);
-    AddMail(oApp, action);
-    AddOnline(oApp, action);
-    AddPassword(oApp, action);
-    AddPickFolder(oApp, action);
-    AddRegistry(oApp, action);
-    AddResolve(oApp, action);
-    AddRights(oApp, action);
-    AddRunAndWait(oApp, action);
-    AddSql(oApp, action);
-    AddTour(oApp, action);
-    AddUrl(oApp, action);
+    for (auto* const pfnAdd : s_apfnCommands)
+        pfnAdd(oApp, action);
     try
     {
         oApp.parse(nArguments, ppArguments);
@@ -41,27 +42,27 @@ int Run(int nArguments, char** ppArguments)
     {
         return oApp.exit(oError) == 0 ? eSucceeded : eWrongUsage;   // --help is a success
     }
-    return action();
+    const int nStatus = action();
+    return std::cout.flush() ? nStatus : Fail("standard output cannot be written");
 }
 }
 
 int main(int nArguments, char** ppArguments)
 {
+    std::ios::sync_with_stdio(false);   // a Windows console takes single characters slowly
     try
     {
         return Run(nArguments, ppArguments);
     }
     catch (const std::exception& oError)
     {
-        std::cerr << "zvu: " << oError.what() << '\n';
-        return eFailed;
+        return Fail(oError.what());
     }
     catch (CException* pError)
     {
         std::array<char, 1000> achText{};
         pError->GetErrorMessage(achText.data(), achText.size());
         pError->Delete();
-        std::cerr << "zvu: " << achText.data() << '\n';
-        return eFailed;
+        return Fail(achText.data());
     }
 }

@@ -1,6 +1,6 @@
 // zvu pick-folder: a folder that the user chooses.
 #include "Command.h"
-#include "UserInterface.h"
+#include "System.h"
 
 #include "ZevrinUtils/FolderDialog.h"
 
@@ -34,18 +34,12 @@ CString Pick(CFolderDialog& oDialog, const Options& oOptions)
 int PickFolder(const Options& oOptions)
 {
     if (!StartUserInterface())
-    {
-        std::cerr << "zvu: the user interface does not start\n";
-        return eFailed;
-    }
+        return Fail("the user interface does not start");
     CWnd oNoParent;
     CFolderDialog oDialog(&oNoParent);
     const CString strFolder = Pick(oDialog, oOptions);
     if (strFolder.IsEmpty())
-    {
-        std::cerr << "zvu: no folder was picked\n";
-        return eFailed;
-    }
+        return Fail("no folder was picked");
     std::cout << strFolder << '\n';
     return eSucceeded;
 }
@@ -53,14 +47,16 @@ int PickFolder(const Options& oOptions)
 
 void AddPickFolder(CLI::App& oApp, Action& action)
 {
-    const auto pOptions = std::make_shared<Options>();
-    auto* const pCommand = oApp.add_subcommand("pick-folder", "Let the user choose a folder, and print its path");
-    pCommand->add_option("--title", pOptions->strTitle, "Text above the folders")->capture_default_str();
-    auto* const pStart = pCommand->add_option("--start", pOptions->strStart, "Folder that is selected at first");
-    auto* const pRoot = pCommand->add_option("--root", pOptions->strRoot, "Folder at the top")->excludes(pStart);
-    pCommand->add_flag("--last", pOptions->bLast, "Take a typed path that the browser does not know, such as a file's")
+    auto& oCommand = AddCommand(oApp, "pick-folder", "Let the user choose a folder, and print its path",
+                                "pick-folder --title 'Where to?' --start /tmp", "To cancel is a failure.");
+    auto& oOptions = Runs(oCommand, action, &PickFolder);
+    oCommand.add_option("--title", oOptions.strTitle, "Text above the folders")->capture_default_str();
+    auto* const pStart = oCommand.add_option("--start", oOptions.strStart, "Folder that is selected at first");
+    auto* const pRoot = oCommand.add_option("--root", oOptions.strRoot, "Folder at the top")->excludes(pStart);
+    oCommand
+        .add_flag("--last", oOptions.bLast,
+                  "Begin with the folder that this process picked last, and take a typed path that the browser does "
+                  "not know, such as a file's")
         ->excludes(pStart)
         ->excludes(pRoot);
-    pCommand->footer("Example: zvu pick-folder --title 'Where to?' --start /tmp");
-    pCommand->callback([pOptions, &action] { action = [pOptions] { return PickFolder(*pOptions); }; });
 }

@@ -9,6 +9,8 @@
 
 namespace
 {
+constexpr std::size_t nLargestData = 1 << 20;   // bytes of a value that can be told to be there
+
 struct Options
 {
     std::string strPath;
@@ -33,27 +35,21 @@ int WithKey(const Options& oOptions, Missing eMissing, Use use)
     const long nError = eMissing == Missing::eIsMade ? oParams.OpenRegistry(pszPath, hKey)
                                                      : oParams.OpenRegistryKey(HKEY_LOCAL_MACHINE, pszPath, hKey);
     if (nError)
-    {
-        std::cerr << "zvu: the key '" << oOptions.strPath << "' cannot be opened: error " << nError << '\n';
-        return eFailed;
-    }
+        return Fail("the key '" + oOptions.strPath + "' cannot be opened: error " + std::to_string(nError) + ": " +
+                    ErrorText(static_cast<unsigned long>(nError)));
     const int nStatus = use(oParams, hKey);
     oParams.CloseRegistry(hKey);
     return nStatus;
 }
 
-int NoSuchValue(const Options& oOptions, const char* pszWhy)
+int NoSuchValue(const Options& oOptions, const std::string& strThat = "")
 {
-    std::cerr << "zvu: no value '" << oOptions.strName << "' that " << pszWhy << '\n';
-    return eFailed;
+    return Fail("no value '" + oOptions.strName + "'" + strThat);
 }
 
-int Written(const Options& oOptions, bool bIsThere)
+int ReportChange(const Options& oOptions, bool bChanged, const std::string& strHow)
 {
-    if (bIsThere)
-        return eSucceeded;
-    std::cerr << "zvu: the value '" << oOptions.strName << "' could not be written\n";
-    return eFailed;
+    return bChanged ? eSucceeded : Fail("the value '" + oOptions.strName + "' could not be " + strHow);
 }
 
 int Exists(const Options& oOptions)
@@ -79,7 +75,7 @@ int Get(const Options& oOptions)
     return WithKey(oOptions, Missing::eIsMade, [&](CConfigParamsBase& oParams, HKEY& hKey) -> int {
         std::string strValue;
         if (!oParams.getRegString(hKey, oOptions.strName.c_str(), strValue))
-            return NoSuchValue(oOptions, "has at most 2047 bytes");
+            return NoSuchValue(oOptions, " that has at most 2047 bytes");
         std::cout << strValue << '\n';
         return eSucceeded;
     });
@@ -90,7 +86,7 @@ int GetDword(const Options& oOptions)
     return WithKey(oOptions, Missing::eIsMade, [&](CConfigParamsBase& oParams, HKEY& hKey) -> int {
         unsigned long nValue = 0;
         if (!oParams.getRegDWORD(hKey, oOptions.strName.c_str(), nValue))
-            return NoSuchValue(oOptions, "has at most 4 bytes");
+            return NoSuchValue(oOptions, " that has at most 4 bytes");
         std::cout << nValue << '\n';
         return eSucceeded;
     });
@@ -104,7 +100,7 @@ int Set(const Options& oOptions)
         oParams.setRegString(hKey, pszName, oOptions.strValue.c_str());
         std::string strRead(oOptions.strValue.size() + 1, '\1');   // with the terminator
         const bool bRead = oParams.getRegString(hKey, pszName, strRead.data(), static_cast<int>(strRead.size()));
-        return Written(oOptions, bRead && oOptions.strValue == std::string_view(strRead.data()));
+        return ReportChange(oOptions, bRead && oOptions.strValue == std::string_view(strRead.data()), "written");
     });
 }
 
@@ -114,66 +110,71 @@ int SetDword(const Options& oOptions)
         const char* const pszName = oOptions.strName.c_str();
         oParams.setRegDWORD(hKey, pszName, oOptions.nValue);
         unsigned long nRead = ~0ul - oOptions.nValue;
-        return Written(oOptions, oParams.getRegDWORD(hKey, pszName, nRead) && nRead == oOptions.nValue);
+        const bool bRead = oParams.getRegDWORD(hKey, pszName, nRead);
+        return ReportChange(oOptions, bRead && nRead == oOptions.nValue, "written");
     });
 }
 
+// Nor does a removal.
 int Delete(const Options& oOptions)
 {
     return WithKey(oOptions, Missing::eFails, [&](CConfigParamsBase& oParams, HKEY& hKey) {
+        std::vector<char> oData(nLargestData);
+        const auto isThere = [&] {
+            return oParams.getRegString(hKey, oOptions.strName.c_str(), oData.data(), static_cast<int>(oData.size()));
+        };
+        if (!isThere())
+            return NoSuchValue(oOptions);
         oParams.DeleteRegValue(hKey, oOptions.strName.c_str());
-        return eSucceeded;
+        return ReportChange(oOptions, !isThere(), "removed");
     });
 }
 
 enum eArguments
 {
     ePath,
-    eName,   // and the path
-    eText,   // and both
-    eNumber
+    ePathName,
+    ePathNameText,
+    ePathNameNumber
 };
 
 struct Operation
 {
     const char* pszName;
     const char* pszHelp;
+    const char* pszExample;   // behind the name
     eArguments eTakes;
     int (*pfnRun)(const Options&);
 };
 const Operation s_aOperations[] = {
-    {"exists", "Tell whether a key is there", ePath, &Exists},
-    {"keys", "Print the names of a key's subkeys", ePath, &List<&CConfigParamsBase::getRegSubKeys>},
-    {"values", "Print the data of a key's values", ePath, &List<&CConfigParamsBase::getRegSubKeyValues>},
-    {"get", "Print a text", eName, &Get},
-    {"get-dword", "Print a number", eName, &GetDword},
-    {"set", "Write a text", eText, &Set},
-    {"set-dword", "Write a number", eNumber, &SetDword},
-    {"delete", "Remove a value", eName, &Delete},
+    {"exists", "Tell whether a key is there", "'Software\\Example'", ePath, &Exists},
+    {"keys", "Print the names of a key's subkeys", "Software", ePath, &List<&CConfigParamsBase::getRegSubKeys>},
+    {"values", "Print the data of a key's values", "'Software\\Example'", ePath,
+     &List<&CConfigParamsBase::getRegSubKeyValues>},
+    {"get", "Print a text", "'Software\\Example' Greeting", ePathName, &Get},
+    {"get-dword", "Print a number", "'Software\\Example' Answer", ePathName, &GetDword},
+    {"set", "Write a text", "'Software\\Example' Greeting hello", ePathNameText, &Set},
+    {"set-dword", "Write a number", "'Software\\Example' Answer 42", ePathNameNumber, &SetDword},
+    {"delete", "Remove a value", "'Software\\Example' Greeting", ePathName, &Delete},
 };
-
-void AddOperation(CLI::App& oGroup, const Operation& oOperation, Action& action)
-{
-    const auto pOptions = std::make_shared<Options>();
-    auto* const pCommand = oGroup.add_subcommand(oOperation.pszName, oOperation.pszHelp);
-    pCommand->add_option("PATH", pOptions->strPath, "Key under HKEY_LOCAL_MACHINE")->required();
-    if (oOperation.eTakes != ePath)
-        pCommand->add_option("NAME", pOptions->strName, "Name of the value")->required();
-    if (oOperation.eTakes == eText)
-        pCommand->add_option("VALUE", pOptions->strValue, "Text to write")->required();
-    if (oOperation.eTakes == eNumber)
-        pCommand->add_option("VALUE", pOptions->nValue, "Number to write, of 32 bits")->required();
-    pCommand->callback(
-        [pOptions, pfnRun = oOperation.pfnRun, &action] { action = [pOptions, pfnRun] { return pfnRun(*pOptions); }; });
-}
 }
 
 void AddRegistry(CLI::App& oApp, Action& action)
 {
-    auto* const pGroup = oApp.add_subcommand("registry", "Read and write parameters in the registry");
-    pGroup->require_subcommand(1);
-    for (const auto& oOperation : s_aOperations)
-        AddOperation(*pGroup, oOperation, action);
-    pGroup->footer("All but exists and delete create a key that is not there.\n"
-                   "Example: zvu registry set 'Software\\Example' Greeting hello");
+    auto& oGroup = AddGroup(oApp, "registry", "Read and write parameters in the registry",
+                            "registry set 'Software\\Example' Greeting hello");
+    for (const auto& [pszName, pszHelp, pszExample, eTakes, pfnRun] : s_aOperations)
+    {
+        const bool bCreates = pfnRun != &Exists && pfnRun != &Delete;
+        auto& oCommand = AddCommand(oGroup, pszName, pszHelp, std::string("registry ") + pszName + " " + pszExample,
+                                    bCreates ? "A key that is not there is created." : "");
+        auto& oOptions = Runs(oCommand, action, pfnRun);
+        AddArgument(oCommand, "PATH", oOptions.strPath, "Key under HKEY_LOCAL_MACHINE");
+        if (eTakes != ePath)
+            AddArgument(oCommand, "NAME", oOptions.strName, "Name of the value");
+        if (eTakes == ePathNameText)
+            AddArgument(oCommand, "VALUE", oOptions.strValue, "Text to write");
+        if (eTakes == ePathNameNumber)
+            AddArgument(oCommand, "VALUE", oOptions.nValue, "Number to write, 0 to 4294967295");
+    }
 }

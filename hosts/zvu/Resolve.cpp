@@ -1,6 +1,6 @@
 // zvu resolve: names of addresses.
 #include "Command.h"
-#include "SocketLayer.h"
+#include "System.h"
 
 #include "ZevrinUtils/DNSResolver.h"
 
@@ -121,10 +121,7 @@ void PrintTimings(const std::vector<Question>& oQuestions)
 int Resolve(const Options& oOptions)
 {
     if (!StartSocketLayer())
-    {
-        std::cerr << "zvu: the socket layer does not start\n";
-        return eFailed;
-    }
+        return Fail("the socket layer does not start");
 
     const auto oQuestions = AskForAll(oOptions);
     if (oOptions.bTimings)
@@ -139,29 +136,27 @@ int Resolve(const Options& oOptions)
     {
         if (HasName(oQuestion))
             continue;
-        std::cerr << "zvu: " << oQuestion.strAddress
-                  << (oQuestion.bKnown ? ": no name found\n" : ": no answer in the time given\n");
-        nStatus = eFailed;
+        nStatus = Fail(oQuestion.strAddress + (oQuestion.bKnown ? ": no name found" : ": no answer in the time given"));
     }
     return nStatus;
+}
+
+std::string CheckAddress(const std::string& strText)
+{
+    return WithoutPort(strText).empty() ? "no address in '" + strText + "'" : "";
 }
 }
 
 void AddResolve(CLI::App& oApp, Action& action)
 {
-    const auto pOptions = std::make_shared<Options>();
-    auto* const pCommand = oApp.add_subcommand("resolve", "Print the host names of IPv4 addresses");
-    const auto hasAddress = [](const std::string& strText) {
-        return WithoutPort(strText).empty() ? "no address in '" + strText + "'" : std::string();
-    };
-    pCommand->add_option("ADDRESS", pOptions->oAddresses, "Address, with or without a colon and port behind it")
-        ->required()
-        ->check(hasAddress, "");
-    pCommand->add_option("--wait", pOptions->nWaitSeconds, "Seconds to wait for the names")
+    auto& oCommand = AddCommand(oApp, "resolve", "Print the host names of IPv4 addresses",
+                                "resolve 127.0.0.1 192.0.2.1:8080 --wait 5");
+    auto& oOptions = Runs(oCommand, action, &Resolve);
+    AddArgument(oCommand, "ADDRESS", oOptions.oAddresses, "Address, with or without a colon and port behind it")
+        ->check(CheckAddress, "");
+    oCommand.add_option("--wait", oOptions.nWaitSeconds, "Seconds to wait for the names")
         ->capture_default_str()
         ->check(CLI::NonNegativeNumber);
-    pCommand->add_flag("--timings", pOptions->bTimings,
-                       "Show the first and the last answer side by side, with the time that each call took");
-    pCommand->footer("Example: zvu resolve 127.0.0.1 192.0.2.1:8080 --wait 5");
-    pCommand->callback([pOptions, &action] { action = [pOptions] { return Resolve(*pOptions); }; });
+    oCommand.add_flag("--timings", oOptions.bTimings,
+                      "Show the first and the last answer side by side, with the time that each call took");
 }

@@ -17,10 +17,7 @@ struct Options
 
 int Report(int nResult, const CString& strError)
 {
-    if (nResult)
-        return eSucceeded;
-    std::cerr << "zvu: " << static_cast<const char*>(strError) << '\n';
-    return eFailed;
+    return nResult ? eSucceeded : Fail(static_cast<const char*>(strError));
 }
 
 int Set(const Options& o)
@@ -38,25 +35,24 @@ int Add(const Options& o)
     return Report(nResult, strError);
 }
 
-void AddOperation(CLI::App& oGroup, const char* pszName, const char* pszHelp, int (*pfnRun)(const Options&),
-                  Action& action)
+Options& AddOperation(CLI::App& oCommand, Action& action, int (*pfnRun)(const Options&))
 {
-    const auto pOptions = std::make_shared<Options>();
-    auto* const pCommand = oGroup.add_subcommand(pszName, pszHelp);
-    pCommand->add_option("PATH", pOptions->strPath, "Folder or file")->required();
-    pCommand->add_option("ACCOUNT", pOptions->strAccount, "Name of the account")->required();
-    pCommand->add_flag("--sid", pOptions->bIsSid, "ACCOUNT is the string form of a SID");
-    if (pfnRun == &Set)
-        pCommand->add_flag("--keep-inherited", pOptions->bKeepInherited, "Keep what the folder above hands down");
-    pCommand->callback([pOptions, pfnRun, &action] { action = [pOptions, pfnRun] { return pfnRun(*pOptions); }; });
+    auto& oOptions = Runs(oCommand, action, pfnRun);
+    AddArgument(oCommand, "PATH", oOptions.strPath, "Folder or file");
+    AddArgument(oCommand, "ACCOUNT", oOptions.strAccount, "Name of the account");
+    oCommand.add_flag("--sid", oOptions.bIsSid, "ACCOUNT is the string form of a SID");
+    return oOptions;
 }
 }
 
 void AddRights(CLI::App& oApp, Action& action)
 {
-    auto* const pGroup = oApp.add_subcommand("rights", "Give an account full access to a folder or file");
-    pGroup->require_subcommand(1);
-    AddOperation(*pGroup, "set", "Replace the access list by one entry", &Set, action);
-    AddOperation(*pGroup, "add", "Put the entry into the access list", &Add, action);
-    pGroup->footer("Example: zvu rights set folder S-1-1-0 --sid --keep-inherited");
+    auto& oGroup =
+        AddGroup(oApp, "rights", "Give an account full access to a folder or file", "rights add photos jane");
+    auto& oSet = AddCommand(oGroup, "set", "Replace the access list by one entry",
+                            "rights set photos S-1-1-0 --sid --keep-inherited");
+    oSet.add_flag("--keep-inherited", AddOperation(oSet, action, &Set).bKeepInherited,
+                  "Keep what the folder above hands down");
+    AddOperation(AddCommand(oGroup, "add", "Put the entry into the access list", "rights add photos jane"), action,
+                 &Add);
 }

@@ -3,17 +3,20 @@
 
 #include "ZevrinUtils/Folder.h"
 
+namespace
+{
+int RunAndWait(const std::string& strCommandLine)
+{
+    CSFolder::CreateProcessAndWait(nullptr, strCommandLine.c_str(), nullptr);
+    return eSucceeded;
+}
+}
+
 void AddRunAndWait(CLI::App& oApp, Action& action)
 {
-    const auto pCommandLine = std::make_shared<std::string>();
-    auto* const pCommand = oApp.add_subcommand("run-and-wait", "Run a command line and wait for its end");
-    pCommand->add_option("COMMAND", *pCommandLine, "Program and arguments, quoted as on Windows")->required();
-    pCommand->footer("Nothing is reported, not even a program that does not start.\n"
-                     "Example: zvu run-and-wait 'touch \"a file\"'");
-    pCommand->callback([pCommandLine, &action] {
-        action = [pCommandLine] {
-            CSFolder::CreateProcessAndWait(nullptr, pCommandLine->c_str(), nullptr);
-            return eSucceeded;
-        };
-    });
+    auto& oCommand =
+        AddCommand(oApp, "run-and-wait", "Run a command line and wait for its end", "run-and-wait 'touch \"a file\"'",
+                   "Nothing is reported, not even a program that does not start.");
+    AddArgument(oCommand, "COMMAND", Runs(oCommand, action, &RunAndWait),
+                "Program and arguments, quoted as on Windows");
 }

@@ -12,10 +12,7 @@ int Split(const std::string& strFile)
     std::vector<std::string> oStatements;
     std::string strError;
     if (!CSSQLFileParser::Parse(strFile, oStatements, strError))
-    {
-        std::cerr << "zvu: " << strError << '\n';
-        return eFailed;
-    }
+        return Fail(strError);
     for (const auto& strStatement : oStatements)
         std::cout << strStatement << '\n';
     return eSucceeded;
@@ -24,10 +21,8 @@ int Split(const std::string& strFile)
 
 void AddSql(CLI::App& oApp, Action& action)
 {
-    const auto pFile = std::make_shared<std::string>();
-    auto* const pCommand = oApp.add_subcommand("sql", "Print the statements of a SQL script, one a line");
-    pCommand->add_option("FILE", *pFile, "Script, whose statements each end in a semicolon at the end of a line")
-        ->required();
-    pCommand->footer("Example: zvu sql create-tables.sql");
-    pCommand->callback([pFile, &action] { action = [pFile] { return Split(*pFile); }; });
+    auto& oCommand =
+        AddCommand(oApp, "sql", "Print the statements of a SQL script, one a line", "sql create-tables.sql");
+    AddArgument(oCommand, "FILE", Runs(oCommand, action, &Split),
+                "Script, whose statements each end in a semicolon at the end of a line");
 }

@@ -1,6 +1,6 @@
 // zvu url: the percent-escapes of URLs.
 #include "Command.h"
-#include "StandardStreams.h"
+#include "System.h"
 
 #include "ZevrinUtils/HttpServices.h"
 
@@ -34,23 +34,16 @@ int Unescape(const std::string& strText)
     const OwnedText pText(CHttpServices().URL_UnEscape(strText.c_str(), 0, nLength), &std::free);
     return Print(pText, static_cast<std::size_t>(nLength - 1));   // without the closing zero
 }
-
-void AddText(CLI::App& oUrl, Action& action, const char* pszName, const char* pszHelp,
-             int (*pOperation)(const std::string&))
-{
-    const auto pText = std::make_shared<std::string>();
-    auto* const pCommand = oUrl.add_subcommand(pszName, pszHelp);
-    pCommand->add_option("TEXT", *pText, "The text")->required();
-    pCommand->callback([=, &action] { action = [=] { return pOperation(*pText); }; });
-}
 }
 
 void AddUrl(CLI::App& oApp, Action& action)
 {
-    auto* const pCommand = oApp.add_subcommand("url", "Escape a text for a URL, or undo that");
-    pCommand->require_subcommand(1);
-    AddText(*pCommand, action, "escape", "Print a text with all but letters and digits escaped", &Escape);
-    AddText(*pCommand, action, "unescape", "Print a text with its escapes undone, and each + behind a ? as a blank",
-            &Unescape);
-    pCommand->footer("Example: zvu url escape 'a b&c'");
+    auto& oGroup = AddGroup(oApp, "url", "Escape a text for a URL, or undo that", "url escape 'a b&c'");
+    auto& oEscape =
+        AddCommand(oGroup, "escape", "Print a text with all but letters and digits escaped", "url escape 'a b&c'");
+    AddArgument(oEscape, "TEXT", Runs(oEscape, action, &Escape), "Any text");
+    auto& oUnescape =
+        AddCommand(oGroup, "unescape", "Print a text with its escapes undone, and each + behind a ? as a blank",
+                   "url unescape '?q=a+b%26c'");
+    AddArgument(oUnescape, "TEXT", Runs(oUnescape, action, &Unescape), "Text with escapes of a % and two digits");
 }

@@ -4,7 +4,19 @@ set -uo pipefail
 program=("$@")
 failures=0
 error_file=$(mktemp)
-trap 'rm -f "$error_file"; exit $((failures > 0))' EXIT
+clean_up() { :; }   # a script may have its own
+finish() {
+    local status=$?   # not 0: the script broke off
+    clean_up
+    rm -f "$error_file"
+    exit $((status != 0 ? status : failures > 0))
+}
+trap finish EXIT
+
+complain() {
+    echo "$*"
+    failures=$((failures + 1))
+}
 
 # expect STATUS OUTPUT ERROR ARGUMENT...: runs the program and compares; ERROR is a part of its message, empty
 # for none at all.
@@ -16,7 +28,6 @@ expect() {
     actual_error=$(cat "$error_file")
     if [ "$actual_status" != "$status" ] || [ "$actual_output" != "$output" ] ||
         [[ $actual_error != *"$error"* || ( -z $error && -n $actual_error ) ]]; then
-        printf '%s: status %s, output "%s", message "%s"\n' "$*" "$actual_status" "$actual_output" "$actual_error"
-        failures=$((failures + 1))
+        complain "$*: status $actual_status, output \"$actual_output\", message \"$actual_error\""
     fi
 }

@@ -71,7 +71,7 @@ Guide::Guide() : m_nColumns(TerminalColumns(eStandardOutput)), m_bStyled(m_nColu
 void Guide::Style(eStyle eHow) const
 {
     if (m_bStyled)
-        SetStyle(eStandardOutput, eHow);
+        SetStyle(eHow);
 }
 
 void Guide::EnterFamily(const char* pszName)

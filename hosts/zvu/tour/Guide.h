@@ -1,7 +1,7 @@
 // The table of the tour: what was asked, what came out, and how long it took.
 #pragma once
 
-#include "../StandardStreams.h"
+#include "../System.h"
 
 #include <chrono>
 #include <functional>

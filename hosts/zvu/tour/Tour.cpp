@@ -1,7 +1,6 @@
 // zvu tour: every family of the library at work, on real input.
 #include "../Command.h"
-#include "../OwnProcess.h"
-#include "../SocketLayer.h"
+#include "../System.h"
 #include "Families.h"
 
 #include "ZevrinUtils/Generators.h"
@@ -56,10 +55,7 @@ private:
 int Tour()
 {
     if (!StartSocketLayer())
-    {
-        std::cerr << "zvu: the socket layer does not start\n";
-        return eFailed;
-    }
+        return Fail("the socket layer does not start");
     const ScratchFolder oScratch;
     // On Linux, parameters of the tour's own; and no proxy stands between a client and a server of one machine.
     SetEnvironment("ZEVRIN_REGISTRY", (oScratch.Path() / "registry.db").string());
@@ -92,10 +88,9 @@ std::string ReadFile(const std::filesystem::path& oPath)
 
 void AddTour(CLI::App& oApp, Action& action)
 {
-    auto* const pCommand = oApp.add_subcommand("tour", "Show every family of the library at work");
-    pCommand->footer("It works in a folder of its own under the one for temporary files and on the loopback network,\n"
-                     "and leaves nothing behind but, on Windows, an empty registry key. Without a terminal the rows\n"
-                     "have tabs between verdict, family, question, answer and milliseconds.\n"
-                     "Example: zvu tour");
-    pCommand->callback([&action] { action = &Tour; });
+    AddCommand(oApp, "tour", "Show every family of the library at work", "tour",
+               "It works in a folder of its own under the one for temporary files and on the loopback network, and\n"
+               "leaves nothing behind but, on Windows, an empty registry key. Without a terminal the rows have tabs\n"
+               "between verdict, family, question, answer and milliseconds.")
+        .callback([&action] { action = &Tour; });
 }

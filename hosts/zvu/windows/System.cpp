@@ -1,10 +1,12 @@
-#include "../StandardStreams.h"
+#include "../System.h"
 
-#include <windows.h>
+#include "ZevrinUtils/Types.h"
 
 #include <fcntl.h>
 #include <io.h>
+#include <ole2.h>
 
+#include <array>
 #include <iostream>
 #include <iterator>
 
@@ -14,6 +16,28 @@ HANDLE HandleOf(eStandardStream eStream)
 {
     return reinterpret_cast<HANDLE>(_get_osfhandle(eStream));
 }
+}
+
+bool StartSocketLayer()
+{
+    WSADATA oData{};
+    return WSAStartup(MAKEWORD(2, 2), &oData) == 0;
+}
+
+bool StartUserInterface()
+{
+    return SUCCEEDED(OleInitialize(nullptr));
+}
+
+std::string ProgramPath()
+{
+    std::array<char, MAX_PATH> achPath{};
+    return {achPath.data(), GetModuleFileNameA(nullptr, achPath.data(), MAX_PATH)};
+}
+
+void SetEnvironment(const char* pszName, const std::string& strValue)
+{
+    SetEnvironmentVariableA(pszName, strValue.c_str());
 }
 
 void MakeBinary(eStandardStream eStream)
@@ -33,7 +57,8 @@ int TerminalColumns(eStandardStream eStream)
     return bKnown ? oInfo.srWindow.Right - oInfo.srWindow.Left + 1 : 0;
 }
 
-void SetStyle(eStandardStream eStream, eStyle eHow)
+// By attributes: not every console understands escape sequences, and one that does not may claim to.
+void SetStyle(eStyle eHow)
 {
     constexpr WORD nGrey = FOREGROUND_RED | FOREGROUND_GREEN | FOREGROUND_BLUE;
     constexpr WORD anAttributes[] = {nGrey,
@@ -43,6 +68,6 @@ void SetStyle(eStandardStream eStream, eStyle eHow)
                                      FOREGROUND_RED | FOREGROUND_INTENSITY,
                                      FOREGROUND_RED | FOREGROUND_GREEN};
     static_assert(std::size(anAttributes) == eStyles);
-    (eStream == eStandardError ? std::cerr : std::cout).flush();
-    SetConsoleTextAttribute(HandleOf(eStream), anAttributes[eHow]);   // fails on what is no terminal
+    std::cout.flush();
+    SetConsoleTextAttribute(HandleOf(eStandardOutput), anAttributes[eHow]);   // fails on what is no terminal
 }

@@ -1,17 +1,37 @@
-#include "../StandardStreams.h"
+#include "../System.h"
 
 #include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <cstdlib>
+#include <filesystem>
 #include <iostream>
 #include <iterator>
 #include <string_view>
 
-constexpr int nUsualColumns = 80;   // of a terminal that does not tell
+// Linux has nothing to start, and translates nothing.
+bool StartSocketLayer()
+{
+    return true;
+}
 
-// Nothing is translated on Linux.
+bool StartUserInterface()
+{
+    return true;
+}
+
 void MakeBinary(eStandardStream) {}
+
+std::string ProgramPath()
+{
+    std::error_code oIgnored;
+    return std::filesystem::read_symlink("/proc/self/exe", oIgnored).string();
+}
+
+void SetEnvironment(const char* pszName, const std::string& strValue)
+{
+    setenv(pszName, strValue.c_str(), 1);
+}
 
 bool IsTerminal(eStandardStream eStream)
 {
@@ -20,17 +40,18 @@ bool IsTerminal(eStandardStream eStream)
 
 int TerminalColumns(eStandardStream eStream)
 {
+    constexpr int nUsualColumns = 80;   // of a terminal that does not tell
     winsize oSize{};
     if (!IsTerminal(eStream))
         return 0;
     return ioctl(eStream, TIOCGWINSZ, &oSize) == 0 && oSize.ws_col > 0 ? oSize.ws_col : nUsualColumns;
 }
 
-void SetStyle(eStandardStream eStream, eStyle eHow)
+void SetStyle(eStyle eHow)
 {
     constexpr const char* apszSequences[] = {"\x1b[0m", "\x1b[1m", "\x1b[2m", "\x1b[32m", "\x1b[1;31m", "\x1b[33m"};
     static_assert(std::size(apszSequences) == eStyles);
     const char* const pszTerminal = std::getenv("TERM");
-    if (IsTerminal(eStream) && pszTerminal && std::string_view(pszTerminal) != "dumb")
-        (eStream == eStandardError ? std::cerr : std::cout) << apszSequences[eHow];
+    if (IsTerminal(eStandardOutput) && pszTerminal && std::string_view(pszTerminal) != "dumb")
+        std::cout << apszSequences[eHow];
 }

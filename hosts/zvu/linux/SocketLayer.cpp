@@ -1,7 +1,0 @@
-#include "../SocketLayer.h"
-
-// Linux has nothing to start.
-bool StartSocketLayer()
-{
-    return true;
-}

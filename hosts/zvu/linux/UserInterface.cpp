@@ -1,7 +1,0 @@
-#include "../UserInterface.h"
-
-// Linux has nothing to start.
-bool StartUserInterface()
-{
-    return true;
-}
