@@ -53,12 +53,12 @@ int main(int nArguments, char** ppArguments)
 {
     const int nRequests = nArguments > 1 ? std::atoi(ppArguments[1]) : 100000;
     CSPortListener oListener;
-    if (!oListener.Start(nPort, &Reply) || MeasureRequests(nPort, 4, 100, "reply") == 0)
+    if (!oListener.Start(nPort, &Reply) || !MakeRequests(nPort, 4, 100, "reply"))
         return 1;
     mallopt(M_MMAP_THRESHOLD, nReadBuffer / 2);   // fixed, and for as many blocks as there will be
     mallopt(M_MMAP_MAX, 1 << 24);
     const Usage oBefore;
-    if (MeasureRequests(nPort, 4, nRequests, "reply") == 0)
+    if (!MakeRequests(nPort, 4, nRequests, "reply"))
         return 1;
 
     // A client that has ended may be listed for a moment longer.
