@@ -3,8 +3,8 @@
 
 #include "framework/Internet.h"
 #include "framework/Url.h"
-#include "http/ErrorText.h"
-#include "http/HostKey.h"
+#include "http/Tell.h"
+#include "http/UrlParts.h"
 #include "platform/Errors.h"
 
 #include <array>
@@ -76,7 +76,7 @@ bool AskForCredentials(CHttpFile& oFile)
                           nullptr) != ERROR_CANCELLED;
 }
 
-// What secure transport takes any first failure for.
+// In secure mode a first failure is taken to be an unknown authority, which is accepted from here on.
 void AcceptUnknownAuthority(CHttpFile& oFile)
 {
     DWORD nFlags = 0;
@@ -158,7 +158,7 @@ unsigned long CHttpServices::MakeGetRequest(const CString& sURL, CString* psErro
                                                       m_strUserName, m_strPassword);
         m_pFile = m_pConnection->OpenRequest(m_nGetPostType, oTarget.strObject, nullptr, nContext, nullptr, nullptr,
                                              RequestFlags(m_bSecure != 0, bAutoRedirect != 0));
-        if (!m_pFile)
+        if (!m_pFile)   // ours throws; kept for one that does not
         {
             Tell(psError, "Failed to open http Get request");
             return nStatusSystemFailed;
@@ -202,7 +202,7 @@ CString CHttpServices::sGetRedirectionNewLocation()
 int CHttpServices::bOpenGetRequest(const CString& sURL, CString& sNewHost, CString* psError, int bUseHostCache)
 {
     sNewHost.Empty();
-    const CString strKey = HostKey(sURL, sGetHost(sURL), nGetPort(sURL));
+    const CString strKey = HostKey(sURL);
     if (!bUseHostCache || bIsURLHostCached(sURL))
     {
         const CString strKnown = sGetCachedURLHostAndPort(sURL);

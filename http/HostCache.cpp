@@ -2,27 +2,19 @@
 // in it for as long as the module is loaded, and requests for it fail.
 #include "ZevrinUtils/HttpServices.h"
 
-#include "framework/Url.h"
-#include "http/HostKey.h"
-
-CString HostKey(const CString& sURL, const CString& strHost, unsigned short nPort)
-{
-    constexpr int nColonOfHttp = 4;
-    const int nColon = sURL.ReverseFind(':');
-    return nColon < 0 || nColon == nColonOfHttp ? strHost : HostAndPort(strHost, nPort);
-}
+#include "http/UrlParts.h"
 
 // Looked up by the bare host, while entries are written under the host key: one with a port is never found,
 // and each request for its URL probes anew. Hosts rely on being told the new host each time.
 int CHttpServices::bIsURLHostCached(const CString& sURL)
 {
     CString strKnown;
-    return m_oHostNameToIp.Lookup(sGetHost(sURL), strKnown) && !strKnown.IsEmpty();
+    return m_oHostNameToIp.Lookup(HostOf(sURL), strKnown) && !strKnown.IsEmpty();
 }
 
 CString CHttpServices::sGetCachedURLHostAndPort(const CString& sURL)
 {
-    const CString strHost = sGetHost(sURL);
+    const CString strHost = HostOf(sURL);
     CString strKnown;
     return m_oHostNameToIp.Lookup(strHost, strKnown) && !strKnown.IsEmpty() ? strKnown : strHost;
 }
@@ -30,6 +22,6 @@ CString CHttpServices::sGetCachedURLHostAndPort(const CString& sURL)
 CString CHttpServices::sGetCachedURL(const CString& sURL)
 {
     CString strCached = sURL;
-    strCached.Replace(HostKey(sURL, sGetHost(sURL), nGetPort(sURL)), sGetCachedURLHostAndPort(sURL));
+    strCached.Replace(HostKey(sURL), sGetCachedURLHostAndPort(sURL));
     return strCached;
 }

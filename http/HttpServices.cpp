@@ -2,11 +2,24 @@
 #include "ZevrinUtils/HttpServices.h"
 
 #include "framework/Internet.h"
+#include "platform/System.h"
 
 #include <atomic>
-#include <ctime>
 #include <string>
 #include <utility>
+
+namespace
+{
+template <class Object>
+void CloseAndDelete(Object*& pObject, int bClose)
+{
+    if (!pObject)
+        return;
+    if (bClose)
+        pObject->Close();
+    delete std::exchange(pObject, nullptr);
+}
+}
 
 CHTTPRequestObserver::CHTTPRequestObserver() = default;
 CHTTPRequestObserver::CHTTPRequestObserver(const CHTTPRequestObserver& oOther) = default;
@@ -43,7 +56,7 @@ void CHttpServices::SetAuthenticationDetails(const char* pszUserName, const char
 void CHttpServices::MakeUniqueHttpRequest(CString& sURL)
 {
     sURL += sURL.Find('?') >= 0 ? "&" : "?";
-    sURL += CString("IECacheTime=" + std::to_string(std::time(nullptr)));
+    sURL += CString("IECacheTime=" + std::to_string(System().time(nullptr)));
 }
 
 // Set from another thread while a retrieval looks at it between two blocks.
@@ -55,19 +68,6 @@ void CHttpServices::Abort(int bValue)
 int CHttpServices::IsAbort()
 {
     return std::atomic_ref<int>(m_bAbort).load(std::memory_order_relaxed);
-}
-
-namespace
-{
-template <class Object>
-void CloseAndDelete(Object*& pObject, int bClose)
-{
-    if (!pObject)
-        return;
-    if (bClose)
-        pObject->Close();
-    delete std::exchange(pObject, nullptr);
-}
 }
 
 void CHttpServices::CloseGetRequest(int bClose)

@@ -3,7 +3,7 @@
 
 #include "framework/File.h"
 #include "framework/Internet.h"
-#include "http/ErrorText.h"
+#include "http/Tell.h"
 #include "platform/Internet.h"
 
 #include <array>

@@ -1,9 +1,9 @@
-// What a URL names.
-#include "ZevrinUtils/HttpServices.h"
+#include "http/UrlParts.h"
 
+#include "ZevrinUtils/HttpServices.h"
 #include "framework/Url.h"
 
-CString CHttpServices::sGetHost(const CString& sURL)
+CString HostOf(const CString& sURL)
 {
     DWORD nService = 0;
     INTERNET_PORT nPort = 0;
@@ -14,7 +14,7 @@ CString CHttpServices::sGetHost(const CString& sURL)
     return nColon >= 0 ? strServer.Left(nColon) : strServer;
 }
 
-unsigned short CHttpServices::nGetPort(const CString& sURL)
+unsigned short PortOf(const CString& sURL)
 {
     constexpr INTERNET_PORT nHttpPort = 80;
     DWORD nService = 0;
@@ -24,8 +24,25 @@ unsigned short CHttpServices::nGetPort(const CString& sURL)
     return AfxParseURL(sURL, nService, strServer, strObject, nPort) ? nPort : nHttpPort;
 }
 
+CString HostKey(const CString& sURL)
+{
+    constexpr int nColonOfHttp = 4;
+    const int nColon = sURL.ReverseFind(':');
+    return nColon < 0 || nColon == nColonOfHttp ? HostOf(sURL) : HostAndPort(HostOf(sURL), PortOf(sURL));
+}
+
+CString CHttpServices::sGetHost(const CString& sURL)
+{
+    return HostOf(sURL);
+}
+
+unsigned short CHttpServices::nGetPort(const CString& sURL)
+{
+    return PortOf(sURL);
+}
+
 // Always http, and always with the port.
 CString CHttpServices::sGetStrippedURL(const CString& sURL)
 {
-    return "http://" + HostAndPort(sGetHost(sURL), nGetPort(sURL));
+    return "http://" + HostAndPort(HostOf(sURL), PortOf(sURL));
 }
