@@ -48,11 +48,12 @@ std::optional<INTERNET_PORT> ReadPort(std::string_view strDigits, INTERNET_PORT 
     return eError == std::errc() && pchRead == pchEnd ? std::optional(nPort) : std::nullopt;
 }
 
-// Where the port's colon stands, past the brackets of an IPv6 address; the length if there is none.
+// Where the port's colon stands, past the brackets of an IPv6 address; the length if there is none. A bracket that
+// nothing closes guards no colon.
 std::size_t FindPortColon(std::string_view strServer)
 {
-    const std::size_t nBracket = strServer.starts_with('[') ? strServer.find(']') : 0;
-    return std::min(strServer.find(':', nBracket), strServer.size());
+    const std::size_t nBracket = strServer.starts_with('[') ? strServer.find(']') : std::string_view::npos;
+    return std::min(strServer.find(':', nBracket == std::string_view::npos ? 0 : nBracket), strServer.size());
 }
 
 CString Text(std::string_view strText)

@@ -1,4 +1,4 @@
-#include "Base64Rules.h"
+#include "Rules.h"
 
 #include "ZevrinUtils/Base64Coder.h"
 #include "encoding/Runs.h"
@@ -145,7 +145,7 @@ std::vector<Runs> AllRuns()
 }
 }
 
-std::string FaultInDecoding(const unsigned char* pText, std::size_t nSize)
+std::string FaultInBase64Decoding(const unsigned char* pText, std::size_t nSize)
 {
     const Bytes oText(pText, pText + nSize);
     const Bytes oKept = Filtered(oText);
@@ -160,7 +160,7 @@ std::string FaultInDecoding(const unsigned char* pText, std::size_t nSize)
     return "";
 }
 
-std::string FaultInEncoding(const unsigned char* pPlain, std::size_t nSize)
+std::string FaultInBase64Encoding(const unsigned char* pPlain, std::size_t nSize)
 {
     Bytes oPlain(pPlain, pPlain + nSize);
     DerivedCoder oCoder;

@@ -16,6 +16,25 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+// A path is that of the root, HKEY_LOCAL_MACHINE, which has number 0 and no row, continued without a backslash in
+// front; it and "folded" are in capitals, and the names are as they were first spelled. Strict, because a listing goes
+// on behind the text that it gave last: behind any text there is a blob, and it would never end.
+const char szRegistryTables[] = R"(CREATE TABLE keys (
+    id     INTEGER PRIMARY KEY,
+    parent INTEGER NOT NULL,
+    path   TEXT NOT NULL UNIQUE,
+    name   TEXT NOT NULL
+) STRICT;
+CREATE INDEX subkeys ON keys (parent, path);
+CREATE TABLE data (
+    key    INTEGER NOT NULL REFERENCES keys,
+    folded TEXT NOT NULL,
+    name   TEXT NOT NULL,
+    type   INTEGER NOT NULL,
+    bytes  BLOB NOT NULL,
+    PRIMARY KEY (key, folded)
+) STRICT, WITHOUT ROWID)";
+
 namespace
 {
 const char szMachinePath[] = "/var/lib/zevrinutils/registry.db";
@@ -26,31 +45,6 @@ const char szMagic[] = "SQLite format 3";
 constexpr std::size_t nIdPlace = 68;
 constexpr unsigned char anId[] = {'Z', 'V', 'U', 'R'};
 constexpr off_t nPageSize = 4096;
-
-// A path is that of the root, HKEY_LOCAL_MACHINE, which has number 0 and no row, continued without a backslash in
-// front; it and "folded" are in capitals, and the names are as they were first spelled.
-const char szSchema[] = R"(
-    PRAGMA page_size = 4096;
-    PRAGMA application_id = 0x5A565552;
-    BEGIN;
-    CREATE TABLE keys (
-        id     INTEGER PRIMARY KEY,
-        parent INTEGER NOT NULL,
-        path   TEXT NOT NULL UNIQUE,
-        name   TEXT NOT NULL
-    );
-    CREATE INDEX subkeys ON keys (parent, path);
-    CREATE TABLE data (
-        key    INTEGER NOT NULL REFERENCES keys,
-        folded TEXT NOT NULL,
-        name   TEXT NOT NULL,
-        type   INTEGER NOT NULL,
-        bytes  BLOB NOT NULL,
-        PRIMARY KEY (key, folded)
-    ) WITHOUT ROWID;
-    PRAGMA user_version = 1;
-    COMMIT;
-)";
 
 // What is not there can be written if the nearest folder that is can.
 bool CanWrite(std::filesystem::path oPath)
@@ -165,7 +159,9 @@ void CreateRegistryFile(const std::string& strPath)
     const Unfinished oNew(strPath + ".new");
     {
         SqliteConnection oConnection(oNew.strPath, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
-        oConnection.Execute(szSchema);
+        oConnection.Execute("PRAGMA page_size = 4096; PRAGMA application_id = 0x5A565552; BEGIN");
+        oConnection.Execute(szRegistryTables);
+        oConnection.Execute("PRAGMA user_version = 1; COMMIT");
         if (oConnection.QueryText("PRAGMA journal_mode = WAL") != "wal")
             throw RegistryFailure{ERROR_REGISTRY_IO_FAILED};
     }

@@ -9,6 +9,9 @@
 // Of the tables that CreateRegistryFile makes.
 inline constexpr std::int64_t nRegistryVersion = 1;
 
+// The statements that make them, as SQLite keeps their texts, with ";" and a line end between two.
+extern const char szRegistryTables[];
+
 // The absolute path of the database, for this process:
 // - what the environment variable ZEVRIN_REGISTRY names, for tests and portable installations;
 // - otherwise the machine's, /var/lib/zevrinutils/registry.db, for an account that may write it;

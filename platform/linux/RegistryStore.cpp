@@ -39,7 +39,9 @@ SqliteConnection Connect(const std::string& strPath)
     oConnection.Execute("PRAGMA synchronous = NORMAL; PRAGMA cell_size_check = ON; PRAGMA journal_size_limit = 0");
     if (oConnection.QueryNumber("PRAGMA user_version") != nRegistryVersion)
         throw RegistryFailure{ERROR_NOT_REGISTRY_FILE};
-    if (oConnection.QueryText("PRAGMA integrity_check(1)") != "ok")
+    // A view or a trigger in it could do anything.
+    if (oConnection.QueryText("SELECT group_concat(sql, ';' || char(10)) FROM sqlite_schema") != szRegistryTables ||
+        oConnection.QueryText("PRAGMA integrity_check(1)") != "ok")
         throw RegistryFailure{ERROR_BADDB};
     sqlite3_db_config(oConnection.Get(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 0, nullptr);
     return oConnection;

@@ -1,7 +1,7 @@
 #include "ZevrinUtils/Base64Coder.h"
 #include "ZevrinUtils/framework/Exception.h"
 
-#include "fuzz/Base64Rules.h"
+#include "fuzz/Rules.h"
 #include "platform/Files.h"
 #include "platform/Handles.h"
 #include "support/ScratchFolder.h"
@@ -83,8 +83,8 @@ TEST(Base64Coder, KeepsItsRulesForAnyBytes)
     for (int n = 0; n < 20000 && !HasFailure(); ++n)
     {
         std::string strText = RandomText(oRandom);
-        EXPECT_EQ(FaultInDecoding(BytesOf(strText), strText.size()), "") << testing::PrintToString(strText);
-        EXPECT_EQ(FaultInEncoding(BytesOf(strText), strText.size()), "") << testing::PrintToString(strText);
+        EXPECT_EQ(FaultInBase64Decoding(BytesOf(strText), strText.size()), "") << testing::PrintToString(strText);
+        EXPECT_EQ(FaultInBase64Encoding(BytesOf(strText), strText.size()), "") << testing::PrintToString(strText);
     }
 }
 

@@ -1,4 +1,0 @@
-#include "Base64Rules.h"
-#include "Fuzz.h"
-
-FUZZ_TARGET(FaultInDecoding)
