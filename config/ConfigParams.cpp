@@ -2,7 +2,6 @@
 
 #include "platform/Registry.h"
 
-#include <cstdio>
 #include <cstring>
 
 namespace
@@ -24,6 +23,20 @@ bool ReadValue(HKEY hKey, const char* pszName, void* pBuffer, DWORD nSize)
     DWORD nType = 0;
     return Registry().RegQueryValueExA(hKey, pszName, nullptr, &nType, static_cast<LPBYTE>(pBuffer), &nSize) ==
            ERROR_SUCCESS;
+}
+
+// A read from a key that is opened for it. Whether the open worked is read from the handle, not from its code: one
+// that is null was not opened. The listings look at the code.
+template <class Read>
+bool ReadByPath(CConfigParamsBase& oParams, const char* pszPath, Read read)
+{
+    HKEY hKey = nullptr;
+    oParams.OpenRegistry(HKEY_LOCAL_MACHINE, pszPath, hKey);
+    if (!hKey)
+        return false;
+    const bool bRead = read(hKey);
+    oParams.CloseRegistry(hKey);
+    return bRead;
 }
 }
 
@@ -89,18 +102,10 @@ bool CConfigParamsBase::getRegString(HKEY& hKey, const char* pszName, std::strin
     return bRead;
 }
 
-// The code of the open is not asked for: what counts is whether there is a key. So in all operations by path but
-// the listings.
 bool CConfigParamsBase::getRegString(const char* pszPath, const char* pszName, std::string& strValue)
 {
     strValue.clear();
-    HKEY hKey = nullptr;
-    OpenRegistry(HKEY_LOCAL_MACHINE, pszPath, hKey);
-    if (!hKey)
-        return false;
-    const bool bRead = getRegString(hKey, pszName, strValue);
-    CloseRegistry(hKey);
-    return bRead;
+    return ReadByPath(*this, pszPath, [&](HKEY& hKey) { return getRegString(hKey, pszName, strValue); });
 }
 
 bool CConfigParamsBase::getRegDWORD(HKEY& hKey, const char* pszName, unsigned long& nValue)
@@ -115,13 +120,7 @@ bool CConfigParamsBase::getRegDWORD(HKEY& hKey, const char* pszName, unsigned lo
 
 bool CConfigParamsBase::getRegDWORD(const char* pszPath, const char* pszName, unsigned long& nValue)
 {
-    HKEY hKey = nullptr;
-    OpenRegistry(HKEY_LOCAL_MACHINE, pszPath, hKey);
-    if (!hKey)
-        return false;
-    const bool bRead = getRegDWORD(hKey, pszName, nValue);
-    CloseRegistry(hKey);
-    return bRead;
+    return ReadByPath(*this, pszPath, [&](HKEY& hKey) { return getRegDWORD(hKey, pszName, nValue); });
 }
 
 void CConfigParamsBase::setRegString(HKEY& hKey, const char* pszName, const char* pszValue)
@@ -150,8 +149,6 @@ bool CConfigParamsBase::setRegString(const char* pszPath, const char* pszName, c
 
 void CConfigParamsBase::setRegDWORD(HKEY& hKey, const char* pszName, unsigned long nValue)
 {
-    char achName[268];   // nothing reads it; a longer name is cut off here and not below
-    std::snprintf(achName, sizeof achName, "%s", pszName ? pszName : "");
     const auto nNumber = static_cast<DWORD>(nValue);
     Registry().RegSetValueExA(hKey, pszName, 0, REG_DWORD, reinterpret_cast<const BYTE*>(&nNumber), sizeof nNumber);
 }
@@ -173,7 +170,7 @@ void CConfigParamsBase::getRegSubKeys(const char* pszPath, std::vector<std::stri
     Registry().RegCloseKey(hKey);
 }
 
-// The key stays open, and the data buffer keeps what a shorter value does not overwrite: hosts know both.
+// The key is never closed, and a value without data shows the data of the one before it: hosts allow for both.
 void CConfigParamsBase::getRegSubKeyValues(const char* pszPath, std::vector<std::string>& oValues)
 {
     HKEY hKey = nullptr;

@@ -1,7 +1,6 @@
 #include "ZevrinUtils/FileAccessRights.h"
 
 #include "platform/AccessLists.h"
-#include "platform/Errors.h"
 
 namespace
 {
@@ -41,6 +40,7 @@ struct Request
     const char* pszAccount;
     int bIsSid;
     CString& strError;
+    Received oReceived{};
 
     int Failed(unsigned long nCode) const
     {
@@ -59,7 +59,7 @@ struct Request
     }
 
     // Puts the entry into the old list, if there is one, and writes the result.
-    int Write(PACL pOldList, SECURITY_INFORMATION nParts, Received& oReceived) const
+    int Write(PACL pOldList, SECURITY_INFORMATION nParts)
     {
         EXPLICIT_ACCESSA oEntry{};
         AccessLists().BuildExplicitAccessWithNameA(&oEntry, Writable(pszAccount), GENERIC_ALL, SET_ACCESS,
@@ -83,20 +83,18 @@ struct Request
 int ZVUSetFileAccessRights(const char* pszPath, const char* pszAccount, int bIsSid, int bKeepInherited,
                            CString& strError)
 {
-    const Request oRequest{"ZVUSetFileAccessRights", pszPath, pszAccount, bIsSid, strError};
-    Received oReceived;
-    return oRequest.Write(
-        nullptr, DACL_SECURITY_INFORMATION | (bKeepInherited ? 0 : PROTECTED_DACL_SECURITY_INFORMATION), oReceived);
+    Request oRequest{"ZVUSetFileAccessRights", pszPath, pszAccount, bIsSid, strError};
+    return oRequest.Write(nullptr,
+                          DACL_SECURITY_INFORMATION | (bKeepInherited ? 0 : PROTECTED_DACL_SECURITY_INFORMATION));
 }
 
 int ZVUAddFileAccessRights(const char* pszPath, const char* pszAccount, int bIsSid, CString& strError)
 {
-    const Request oRequest{"ZVUAddFileAccessRights", pszPath, pszAccount, bIsSid, strError};
-    Received oReceived;
+    Request oRequest{"ZVUAddFileAccessRights", pszPath, pszAccount, bIsSid, strError};
     PACL pOldList = nullptr;
     if (const DWORD nError =
             AccessLists().GetNamedSecurityInfoA(Writable(pszPath), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION, nullptr,
-                                                nullptr, &pOldList, nullptr, &oReceived.pDescriptor))
+                                                nullptr, &pOldList, nullptr, &oRequest.oReceived.pDescriptor))
         return oRequest.FailedToRead(nError);
-    return oRequest.Write(pOldList, DACL_SECURITY_INFORMATION, oReceived);
+    return oRequest.Write(pOldList, DACL_SECURITY_INFORMATION);
 }

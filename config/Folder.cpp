@@ -6,6 +6,14 @@
 
 #include <cstdint>
 
+namespace
+{
+std::string NumberText(DWORD nError)
+{
+    return std::to_string(static_cast<std::int32_t>(nError));
+}
+}
+
 CSFolderConsumer::CSFolderConsumer() = default;
 CSFolderConsumer::CSFolderConsumer(const CSFolderConsumer&) = default;
 CSFolderConsumer& CSFolderConsumer::operator=(const CSFolderConsumer&) = default;
@@ -14,14 +22,6 @@ CSFolder::CSFolder() = default;
 CSFolder::CSFolder(const CSFolder&) = default;
 CSFolder& CSFolder::operator=(const CSFolder&) = default;
 CSFolder::~CSFolder() = default;
-
-namespace
-{
-std::string NumberText(DWORD nError)
-{
-    return std::to_string(static_cast<std::int32_t>(nError));
-}
-}
 
 bool CSFolder::CreateFolder(const char* pszPath, std::string& strError)
 {
@@ -165,7 +165,10 @@ bool CSFolder::IsFileExists(const char* pszFileName)
 {
     const HANDLE hFile = Files().CreateFileA(pszFileName, GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
                                              FILE_ATTRIBUTE_NORMAL, nullptr);
-    return hFile != INVALID_HANDLE_VALUE && (Handles().CloseHandle(hFile), true);
+    if (hFile == INVALID_HANDLE_VALUE)
+        return false;
+    Handles().CloseHandle(hFile);
+    return true;
 }
 
 std::string CSFolder::AddBackslash(const char* pszPath)

@@ -9,7 +9,7 @@
 namespace
 {
 constexpr std::int32_t nKeptSeconds = 10;
-constexpr double dScale = 1000000000.0;   // cancels out but for the last bits
+constexpr double dScale = 1000000000.0;   // cancels out but for the last bits, which are kept as hosts know them
 constexpr ULONGLONG nMegabyte = 1048576;
 constexpr DWORD nUsersLanguage = 0x400;
 constexpr DWORD nMessageFlags =

@@ -54,7 +54,7 @@ void ClearPadding(Base64Coder::TempBucket& oGroup)
     std::replace(oGroup.m_aData + nKept, std::end(oGroup.m_aData), nPaddingValue, BYTE{0});
 }
 
-// Nobody should load a side from its own storage; who does so finds the zeros that it is prepared with.
+// The input must not be the side itself. Where it is, coding goes group by group, which reads the zeros just written.
 bool IsWithin(const BYTE* pBuffer, const BYTE* pSide, unsigned int nCapacity)
 {
     return reinterpret_cast<std::uintptr_t>(pBuffer) - reinterpret_cast<std::uintptr_t>(pSide) < nCapacity;
@@ -141,7 +141,7 @@ int Base64Coder::_IsBadMimeChar(BYTE nChar)
 
 void Base64Coder::_Init()
 {
-    std::copy(s_anBase64Values.begin(), s_anBase64Values.end(), m_DecodeTable);
+    std::copy(g_anBase64Values.begin(), g_anBase64Values.end(), m_DecodeTable);
     m_Init = 1;
 }
 
@@ -210,7 +210,7 @@ void Base64Coder::Decode(BYTE* const pBuffer, unsigned long nLength)
         m_nDecodeSize += static_cast<unsigned int>(nDone / 4 * 3);
     };
     // A derived class may have changed the table, for all objects.
-    const bool bRuns = IsOfTheClassItself(*this) && std::ranges::equal(m_DecodeTable, s_anBase64Values, {}, ToByte);
+    const bool bRuns = IsOfTheClassItself(*this) && std::ranges::equal(m_DecodeTable, g_anBase64Values, {}, ToByte);
     if (bRuns)
     {
         // As AllocDecode does, but it zeroes only what the run leaves.

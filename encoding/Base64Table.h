@@ -9,7 +9,7 @@ inline constexpr unsigned char nPaddingValue = 0xFF;
 inline constexpr unsigned char nOtherValue = 0xFE;   // of which the low six bits count: as those of '+'
 
 // By character: 0 to 63, padding, or other. Texts from channels that set the top bit are read as if it were clear.
-inline constexpr std::array<unsigned char, 256> s_anBase64Values = [] {
+inline constexpr std::array<unsigned char, 256> g_anBase64Values = [] {
     std::array<unsigned char, 256> anValues{};
     anValues.fill(nOtherValue);
     const auto set = [&](char ch, unsigned char nValue) {

@@ -27,7 +27,7 @@ std::size_t DecodePlain(const unsigned char* pText, std::size_t nSize, unsigned 
         bool bPadding = false;
         for (std::size_t n = 0; n < nGroup; ++n)
         {
-            const unsigned int nValue = s_anBase64Values[pText[n]];
+            const unsigned int nValue = g_anBase64Values[pText[n]];
             bPadding |= nValue == nPaddingValue;
             nBits = nBits << 6 | (nValue & 0x3F);
         }

@@ -1,4 +1,4 @@
-// CFile: a file that is read or written from its beginning, and the base of whatever else is read so.
+// CFile: a file that is read or written from its beginning.
 #pragma once
 
 #include "ZevrinUtils/framework/Exception.h"
@@ -16,19 +16,19 @@ public:
     };
 
     CFile() = default;
-    virtual ~CFile();   // closes
+    ~CFile();   // closes
     CFile(const CFile&) = delete;
     CFile& operator=(const CFile&) = delete;
 
     // False on failure, with the reason in *pError if that is given. Throws nothing of the framework.
-    virtual bool Open(const char* pszFileName, unsigned nOpenFlags, CFileException* pError = nullptr);
+    bool Open(const char* pszFileName, unsigned nOpenFlags, CFileException* pError = nullptr);
 
     // The operations below throw a CFileException* on failure.
     // Gives the count of bytes read: less than asked for at the end, 0 behind it.
-    virtual unsigned Read(void* pBuffer, unsigned nCount);
-    virtual void Write(const void* pData, unsigned nCount);   // all of it
-    virtual unsigned long long GetLength() const;
-    virtual void Close();   // closed, whatever it throws; nothing happens to a closed one
+    unsigned Read(void* pBuffer, unsigned nCount);
+    void Write(const void* pData, unsigned nCount);   // all of it
+    unsigned long long GetLength() const;
+    void Close();   // closed, whatever it throws; nothing happens to a closed one
 
 private:
     bool GiveUp() noexcept;

@@ -112,18 +112,8 @@ unsigned CInternetFile::Read(void* pBuffer, unsigned nCount)
     return static_cast<unsigned>(nRead);
 }
 
-void CInternetFile::Write(const void* /*pData*/, unsigned /*nCount*/)
-{
-    Throw(ERROR_NOT_SUPPORTED);
-}
-
 unsigned long long CInternetFile::GetLength() const
 {
     DWORD nAvailable = 0;
     return Internet().InternetQueryDataAvailable(Handle(), &nAvailable, 0, 0) ? nAvailable : 0;
-}
-
-void CInternetFile::Close()
-{
-    m_oHandle.Close();
 }

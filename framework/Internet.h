@@ -6,7 +6,6 @@
 
 #include "ZevrinUtils/framework/InternetException.h"
 #include "ZevrinUtils/framework/String.h"
-#include "framework/File.h"
 #include "platform/Internet.h"
 
 // A handle of the Internet service, closed once.
@@ -25,16 +24,15 @@ private:
     HINTERNET m_hInternet;
 };
 
-// What the server sends, read as a file.
-class CInternetFile : public CFile
+// What the server sends, read like a file.
+class CInternetFile
 {
 public:
     explicit CInternetFile(HINTERNET hFile) : m_oHandle(hFile) {}
 
-    unsigned Read(void* pBuffer, unsigned nCount) override;    // throws when the answer breaks off
-    void Write(const void* pData, unsigned nCount) override;   // an answer takes none: throws
-    unsigned long long GetLength() const override;             // what has arrived and was not read yet
-    void Close() override;
+    unsigned Read(void* pBuffer, unsigned nCount);   // throws when the answer breaks off
+    unsigned long long GetLength() const;            // what has arrived and was not read yet
+    void Close() noexcept { m_oHandle.Close(); }
 
     bool QueryOption(DWORD nOption, DWORD& nValue) const;
     bool SetOption(DWORD nOption, DWORD nValue);

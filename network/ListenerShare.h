@@ -17,7 +17,7 @@ struct ListenerShare : CSListenerRecord
 
     ListenerShare() noexcept : CSListenerRecord{} {}
 
-    // One that has let go already may do so again, so the object may speak for a thread that it has ended.
+    // Letting go twice is harmless, so a Stop that has ended the thread by force can let go in its place.
     void LetGo(eUser eWho) noexcept
     {
         const int nBefore = m_nGone.fetch_or(eWho);

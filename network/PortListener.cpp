@@ -24,7 +24,7 @@ constexpr int nMostRead = nReadBufferSize - 1;   // leaves room for the terminat
 
 thread_local const ListenerShare* t_pShare = nullptr;   // of the listener that runs on this thread
 
-// Of a stop that gave up waiting, and has returned to a host that expects no handler and no reply any more.
+// True once a Stop has given up on this thread and returned: its host expects no further handler call and no reply.
 bool IsLeftBehind() noexcept
 {
     return t_pShare && t_pShare->IsLeftBehind();

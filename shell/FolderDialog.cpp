@@ -80,7 +80,7 @@ CString CFolderDialog::GetValidFolder(const CString& strTitle, bool bUseLastFold
     CString strAnswer = m_bFolderTyped ? m_strCurrentFolder : strPicked;
     if (!strAnswer.IsEmpty())
         g_strLastFolder = strAnswer;
-    // Whatever the answer: so a process that has only seen cancelations remembers a lone backslash.
+    // Also when nothing was picked: a first cancelation remembers a lone backslash, and hosts know it.
     if (g_strLastFolder.Right(1) != "\\")
         g_strLastFolder += '\\';
     return strAnswer;

@@ -1,7 +1,7 @@
 /// @file
 /// CMapStringToString: the framework's map from text to text. Keys are compared exactly, case included.
 ///
-/// Not guarded: its users keep their threads apart.
+/// Not guarded: its users keep their threads apart. Classes derived from CHttpServices reach the table of hosts by it.
 #pragma once
 
 #include "ZevrinUtils/framework/String.h"
