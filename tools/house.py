@@ -28,6 +28,8 @@ BESIDES = {
 # of the library: what they ask of the system stands in a folder for each.
 LIBRARIES = {"encoding": "immintrin.h", "fendrel": "spdlog/", "hosts": "CLI/"}
 OF_ONE_SYSTEM = ("hosts/zvu/linux/", "hosts/zvu/windows/")
+# Where a header in quotes is found, beside the folder of who includes it.
+INCLUDE_ROOTS = [ROOT, ROOT / "include", ROOT / "platform/linux/include", ROOT / "platform/windows/include"]
 EXPORT_MACROS = {"include/ZevrinUtils/Export.h", "include/Fendrel/Trace.h"}
 
 PLATFORM_CONDITION = re.compile(r"^\s*#\s*(el)?if.*(WIN32|__linux__|__unix__|__MINGW)")
@@ -67,8 +69,12 @@ def check_include(name, room, bracket, included):
         known = LIBRARIES.get(room)
         if ("." in included or "/" in included) and not (known and included.startswith(known)):
             yield f"<{included}> is not for {room}/"
+    elif not any((folder / included).is_file() for folder in [(ROOT / name).parent, *INCLUDE_ROOTS]):
+        yield f'"{included}" is no header of the house'
     elif room in BELOW:
         other = room_of(included, room)
+        if included.startswith("../") and room != "hosts":
+            yield f'"{included}" goes round the folders'
         if other != room and other not in BELOW[room] | BESIDES.get(name, set()):
             yield f"{room}/ does not include {other}/"
 
