@@ -12,99 +12,93 @@
 #include "ZevrinUtils/SimpleMapi.h"
 #include "ZevrinUtils/SystemInfo.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstring>
+#include <initializer_list>
 #include <type_traits>
+#include <vector>
 
 #include <gtest/gtest.h>
 
 namespace
 {
 constexpr bool bWindows32 = sizeof(void*) == 4;
+
+// Of the other build nothing is promised.
+constexpr bool Are(std::initializer_list<std::size_t> anActual, std::initializer_list<std::size_t> anPromised)
+{
+    return !bWindows32 || std::ranges::equal(anActual, anPromised);
+}
 }
 
-static_assert(!std::has_virtual_destructor_v<CSLockable> && std::has_virtual_destructor_v<CSCritSection>);
-static_assert(!bWindows32 || sizeof(CSLockable) == 4);
-static_assert(!bWindows32 || sizeof(CSCritSection) == 28);
+#define AT(field) offsetof(T, field)
 
+static_assert(Are({sizeof(CSLockable), sizeof(CSCritSection), sizeof(CSFolder), sizeof(CSFolderConsumer)},
+                  {4, 28, 4, 4}));
+static_assert(Are({sizeof(CConfigParamsBase), sizeof(CSSQLFileParser), sizeof(CSPasswordUtils)}, {4, 4, 4}));
+static_assert(!std::has_virtual_destructor_v<CSLockable> && std::has_virtual_destructor_v<CSCritSection>);
 static_assert(!std::has_virtual_destructor_v<CSFolderConsumer> && std::has_virtual_destructor_v<CSFolder>);
-static_assert(!bWindows32 || (sizeof(CSFolder) == 4 && sizeof(CSFolderConsumer) == 4));
+static_assert(std::has_virtual_destructor_v<CConfigParamsBase> && std::has_virtual_destructor_v<CSSQLFileParser>);
+static_assert(std::has_virtual_destructor_v<CSystemInfo> && !std::has_virtual_destructor_v<CHTTPRequestObserver>);
 
 struct CSDNSResolverPeer
 {
-    using R = CSDNSResolver;
-    static_assert(!bWindows32 || offsetof(R, m_hQueueEvent) == 0);
-    static_assert(!bWindows32 || offsetof(R, m_hStopEvent) == 4);
-    static_assert(!bWindows32 || offsetof(R, m_hThread) == 8);
-    static_assert(!bWindows32 || offsetof(R, m_oResultsLock) == 12);
-    static_assert(!bWindows32 || offsetof(R, m_oQueueLock) == 40);
-    static_assert(!bWindows32 || offsetof(R, m_oResultsMap) == 68);
-    static_assert(!bWindows32 || offsetof(R, m_oResolutionQueue) == 92);
-    static_assert(!bWindows32 || sizeof(R) == 104);
+    using T = CSDNSResolver;
+    static_assert(Are({AT(m_hQueueEvent), AT(m_hStopEvent), AT(m_hThread), AT(m_oResultsLock), AT(m_oQueueLock),
+                       AT(m_oResultsMap), AT(m_oResolutionQueue), sizeof(T)},
+                      {0, 4, 8, 12, 40, 68, 92, 104}));
 };
 
 struct CConfigParamsPeer : CConfigParamsBase
 {
     using CConfigParamsBase::OpenKeys;
 };
-static_assert(sizeof(CConfigParamsBase) == sizeof(void*) && sizeof(CSSQLFileParser) == sizeof(void*));
-static_assert(std::has_virtual_destructor_v<CConfigParamsBase> && std::has_virtual_destructor_v<CSSQLFileParser>);
 
 struct CSystemInfoPeer
 {
-    using I = CSystemInfo;
-    static_assert(std::has_virtual_destructor_v<I>);
-    static_assert(!bWindows32 || (offsetof(I, m_tLastDiskCheck) == 4 && offsetof(I, m_ulFreeDiskMegabytes) == 8));
-    static_assert(!bWindows32 || (offsetof(I, m_dFreeDiskPercent) == 16 && offsetof(I, m_oDiskLock) == 24));
-    static_assert(!bWindows32 || offsetof(I, m_sDiskSpaceDirectory) == 52);
+    using T = CSystemInfo;
+    static_assert(Are({AT(m_tLastDiskCheck), AT(m_ulFreeDiskMegabytes), AT(m_dFreeDiskPercent), AT(m_oDiskLock),
+                       AT(m_sDiskSpaceDirectory)},
+                      {4, 8, 16, 24, 52}));
 };
 
 struct CSPortListenerPeer
 {
-    using L = CSPortListener;
-    static_assert(!bWindows32 || offsetof(L, m_bWinsockStarted) == 4);
-    static_assert(!bWindows32 || offsetof(L, m_oListeners) == 8);
-    static_assert(!bWindows32 || (sizeof(L) == 20 && sizeof(ZVString) == 8));
-    using R = CSListenerRecord;
-    static_assert(!bWindows32 || (offsetof(R, m_hSocket) == 4 && offsetof(R, m_pfnHandler) == 8));
-    static_assert(!bWindows32 || (offsetof(R, m_hThread) == 12 && sizeof(R) == 16));
+    using T = CSPortListener;
+    static_assert(Are({AT(m_bWinsockStarted), AT(m_oListeners), sizeof(T), sizeof(ZVString)}, {4, 8, 20, 8}));
+};
+
+struct CSListenerRecordPeer
+{
+    using T = CSListenerRecord;
+    static_assert(Are({AT(m_hSocket), AT(m_pfnHandler), AT(m_hThread), sizeof(T)}, {4, 8, 12, 16}));
 };
 
 struct CHttpServicesPeer
 {
-    using H = CHttpServices;
-    static_assert(!bWindows32 || (offsetof(H, m_pSession) == 4 && offsetof(H, m_pConnection) == 8));
-    static_assert(!bWindows32 || (offsetof(H, m_pObserver) == 12 && offsetof(H, m_pFile) == 16));
-    static_assert(!bWindows32 || (offsetof(H, m_strAppName) == 20 && offsetof(H, m_strUserName) == 44));
-    static_assert(!bWindows32 || (offsetof(H, m_strPassword) == 68 && offsetof(H, m_nGetPostType) == 92));
-    static_assert(!bWindows32 || (offsetof(H, m_bAbort) == 96 && offsetof(H, m_bSecure) == 100));
-    static_assert(!bWindows32 || (offsetof(H, m_nSecurePort) == 104 && sizeof(H) == 108));
-    static_assert(!std::has_virtual_destructor_v<CHTTPRequestObserver>);
-};
-
-struct Base64CoderPeer : Base64Coder
-{
-    static void Expect();
-};
-
-struct CFolderDialogPeer : CFolderDialog
-{
-    using F = CFolderDialog;
-    using F::OnInitialized, F::OnMessage, F::OnSelChanged, F::OnValidateFailed;
-    static_assert(!bWindows32 || (sizeof(CWnd) == 12 && offsetof(F, m_oBrowseInfo) == 12));
-    static_assert(!bWindows32 || (offsetof(F, m_strDisplayName) == 44 && offsetof(F, m_bBrowseOption) == 68));
-    static_assert(!bWindows32 || (offsetof(F, m_pDesktopFolder) == 72 && offsetof(F, m_strStartFolder) == 76));
-    static_assert(!bWindows32 || (offsetof(F, m_strCurrentFolder) == 100 && offsetof(F, m_bFolderTyped) == 124));
-    static_assert(!bWindows32 || sizeof(F) == 128);
+    using T = CHttpServices;
+    static_assert(Are({AT(m_pSession), AT(m_pConnection), AT(m_pObserver), AT(m_pFile), AT(m_strAppName),
+                       AT(m_strUserName), AT(m_strPassword), AT(m_nGetPostType), AT(m_bAbort), AT(m_bSecure),
+                       AT(m_nSecurePort), sizeof(T)},
+                      {4, 8, 12, 16, 20, 44, 68, 92, 96, 100, 104, 108}));
 };
 
 struct CSIMapiPeer
 {
-    using M = CSIMapi;
-    static_assert(!bWindows32 || (offsetof(M, m_nLastError) == 4 && offsetof(M, m_strLastError) == 8));
-    static_assert(!bWindows32 || (offsetof(M, m_oMessage) == 32 && offsetof(M, m_oOriginator) == 80));
-    static_assert(!bWindows32 || (offsetof(M, m_strText) == 104 && offsetof(M, m_lpfnSendMail) == 128));
-    static_assert(!bWindows32 || sizeof(M) == 132);
+    using T = CSIMapi;
+    static_assert(Are({AT(m_nLastError), AT(m_strLastError), AT(m_oMessage), AT(m_oOriginator), AT(m_strText),
+                       AT(m_lpfnSendMail), sizeof(T)},
+                      {4, 8, 32, 80, 104, 128, 132}));
+};
+
+struct CFolderDialogPeer : CFolderDialog
+{
+    using T = CFolderDialog;
+    using T::OnInitialized, T::OnMessage, T::OnSelChanged, T::OnValidateFailed;
+    static_assert(Are({sizeof(CWnd), AT(m_oBrowseInfo), AT(m_strDisplayName), AT(m_bBrowseOption), AT(m_pDesktopFolder),
+                       AT(m_strStartFolder), AT(m_strCurrentFolder), AT(m_bFolderTyped), sizeof(T)},
+                      {12, 12, 44, 68, 72, 76, 100, 124, 128}));
 };
 
 namespace
@@ -117,53 +111,48 @@ std::size_t SlotOf(Operation pOperation)
     std::memcpy(&nPlace, &pOperation, sizeof nPlace);
     return (nPlace - 1) / sizeof(void*);
 }
+
+using Slots = std::vector<std::size_t>;
+template <class... Operations>
+Slots SlotsOf(Operations... pOperations)
+{
+    return {SlotOf(pOperations)...};
+}
 }
 
-void Base64CoderPeer::Expect()
+struct Base64CoderPeer : Base64Coder
 {
-    using C = Base64CoderPeer;
-    static_assert(!bWindows32 || (offsetof(C, m_nBlockSize) == 4 && offsetof(C, m_pBlockBuffer) == 8));
-    static_assert(!bWindows32 || (offsetof(C, m_pDecodeBuffer) == 12 && offsetof(C, m_pEncodeBuffer) == 16));
-    static_assert(!bWindows32 || (offsetof(C, m_nDecodeCapacity) == 20 && offsetof(C, m_nEncodeCapacity) == 24));
-    static_assert(!bWindows32 || (offsetof(C, m_nDecodeSize) == 28 && offsetof(C, m_nEncodeSize) == 32));
-    static_assert(!bWindows32 || (sizeof(C) == 36 && sizeof(TempBucket) == 5 && sizeof(CSPasswordUtils) == 4));
-    using Files = int (C::*)(const char*, const char*);
-    using Bytes = void (C::*)(BYTE*, unsigned long);
-    EXPECT_EQ(SlotOf<Files>(&C::Encode), 2u);
-    EXPECT_EQ(SlotOf<Bytes>(&C::Encode), 3u);
-    EXPECT_EQ(SlotOf<Files>(&C::Decode), 4u);
-    EXPECT_EQ(SlotOf<Bytes>(&C::Decode), 5u);
-    EXPECT_EQ(SlotOf(&C::EncodedMessage), 7u);
-    EXPECT_EQ(SlotOf(&C::AllocDecode), 9u);
-    EXPECT_EQ(SlotOf(&C::SetDecodeBuffer), 11u);
-    EXPECT_EQ(SlotOf(&C::_EncodeToBuffer), 13u);
-    EXPECT_EQ(SlotOf(&C::_EncodeRaw), 15u);
-    EXPECT_EQ(SlotOf(&C::_IsBadMimeChar), 17u);
-}
+    using T = Base64CoderPeer;
+    static void Expect()
+    {
+        static_assert(
+            Are({AT(m_nBlockSize), AT(m_pBlockBuffer), AT(m_pDecodeBuffer), AT(m_pEncodeBuffer), AT(m_nDecodeCapacity),
+                 AT(m_nEncodeCapacity), AT(m_nDecodeSize), AT(m_nEncodeSize), sizeof(T), sizeof(TempBucket)},
+                {4, 8, 12, 16, 20, 24, 28, 32, 36, 5}));
+        using Files = int (T::*)(const char*, const char*);
+        using Bytes = void (T::*)(BYTE*, unsigned long);
+        EXPECT_EQ((SlotsOf<Files, Bytes>(&T::Encode, &T::Encode)), (Slots{2, 3}));
+        EXPECT_EQ((SlotsOf<Files, Bytes>(&T::Decode, &T::Decode)), (Slots{4, 5}));
+        EXPECT_EQ(SlotsOf(&T::EncodedMessage, &T::AllocDecode, &T::SetDecodeBuffer, &T::_EncodeToBuffer, &T::_EncodeRaw,
+                          &T::_IsBadMimeChar),
+                  (Slots{7, 9, 11, 13, 15, 17}));
+    }
+};
 
 TEST(Layout, VirtualOperationsStandInTheirSlots)
 {
-    EXPECT_EQ(SlotOf(&CSLockable::Lock), 0u);
-    EXPECT_EQ(SlotOf(&CSLockable::Unlock), 1u);
-    EXPECT_EQ(SlotOf(&CSCritSection::Lock), 0u);
-    EXPECT_EQ(SlotOf(&CSCritSection::Unlock), 1u);
+    EXPECT_EQ(SlotsOf(&CSLockable::Lock, &CSLockable::Unlock), (Slots{0, 1}));
+    EXPECT_EQ(SlotsOf(&CSCritSection::Lock, &CSCritSection::Unlock), (Slots{0, 1}));
+    using O = CHTTPRequestObserver;
+    EXPECT_EQ(SlotsOf(&O::OnContentLength, &O::bOnDataBlock, &O::bKeepRunning, &O::OnRequestEnd, &O::OnDialogShown),
+              (Slots{0, 1, 2, 3, 4}));
+    EXPECT_EQ(SlotsOf(&CSFolderConsumer::OnFolderFound), Slots{0});
     // Behind the two places that the destructor takes.
-    EXPECT_EQ(SlotOf(&ZVString::Alloc), 2u);
-    EXPECT_EQ(SlotOf(&ZVString::GetBuffer), 3u);
-    EXPECT_EQ(SlotOf(&ZVString::GetString), 4u);
-    EXPECT_EQ(SlotOf(&ZVString::Detach), 5u);
-    EXPECT_EQ(SlotOf(&ZVString::Attach), 6u);
-    EXPECT_EQ(SlotOf(&CHTTPRequestObserver::OnContentLength), 0u);
-    EXPECT_EQ(SlotOf(&CHTTPRequestObserver::bOnDataBlock), 1u);
-    EXPECT_EQ(SlotOf(&CHTTPRequestObserver::bKeepRunning), 2u);
-    EXPECT_EQ(SlotOf(&CHTTPRequestObserver::OnRequestEnd), 3u);
-    EXPECT_EQ(SlotOf(&CHTTPRequestObserver::OnDialogShown), 4u);
-    EXPECT_EQ(SlotOf(&CSFolderConsumer::OnFolderFound), 0u);
-    EXPECT_EQ(SlotOf(&CConfigParamsPeer::OpenKeys), 2u);
+    using Z = ZVString;
+    EXPECT_EQ(SlotsOf(&Z::Alloc, &Z::GetBuffer, &Z::GetString, &Z::Detach, &Z::Attach), (Slots{2, 3, 4, 5, 6}));
+    EXPECT_EQ(SlotsOf(&CConfigParamsPeer::OpenKeys), Slots{2});
     // Behind the window's.
-    EXPECT_EQ(SlotOf(&CFolderDialogPeer::OnMessage), 3u);
-    EXPECT_EQ(SlotOf(&CFolderDialogPeer::OnInitialized), 4u);
-    EXPECT_EQ(SlotOf(&CFolderDialogPeer::OnSelChanged), 5u);
-    EXPECT_EQ(SlotOf(&CFolderDialogPeer::OnValidateFailed), 6u);
+    using F = CFolderDialogPeer;
+    EXPECT_EQ(SlotsOf(&F::OnMessage, &F::OnInitialized, &F::OnSelChanged, &F::OnValidateFailed), (Slots{3, 4, 5, 6}));
     Base64CoderPeer::Expect();
 }

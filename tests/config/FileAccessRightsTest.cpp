@@ -3,7 +3,6 @@
 #include "platform/AccessLists.h"
 #include "support/FaultSweep.h"
 #include "support/ScratchFolder.h"
-#include "support/Wine.h"
 
 #include <gtest/gtest.h>
 
@@ -49,16 +48,6 @@ TEST(FileAccessRights, SayWhichStepFailed)
         });
         EXPECT_EQ(nCalls, bAdds ? 4 : 3);
     }
-    CString strError;
-    EXPECT_EQ(ZVUSetFileAccessRights(strPath.c_str(), "no such account", 0, 0, strError), 0);
-    EXPECT_GT(strError.Find(UnderWine() ? "Error: 0x57)" : "(Module: 'ZVUSetFileAccessRights', Error: 0x534)"), 0)
-        << strError;
-    EXPECT_EQ(ZVUAddFileAccessRights(strPath.c_str(), "S-1-x", 1, strError), 0);
-    EXPECT_GT(strError.Find("(Module: 'ZVUAddFileAccessRights', Error: 0x0)"), 0) << strError;
-    EXPECT_EQ(ZVUAddFileAccessRights((oFolder / "missing").c_str(), "S-1-1-0", 1, strError), 0);
-    EXPECT_GT(strError.Find("(Module: 'ZVUAddFileAccessRights', Error: 0x2)"), 0) << strError;
-    EXPECT_EQ(ZVUSetFileAccessRights((oFolder / "missing").c_str(), "S-1-1-0", 1, 0, strError), 0);
-    EXPECT_GT(strError.Find("(Module: 'ZVUSetFileAccessRights', Error: 0x2)"), 0) << strError;
 }
 
 TEST(FileAccessRights, AskForFullInheritedAccessAndProtectIfTold)

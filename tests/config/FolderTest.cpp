@@ -159,7 +159,8 @@ TEST_F(FolderTest, LeavesOnDiskWhatWasDoneBeforeAFailure)
         check(Copy());
         EXPECT_EQ(Count(m_strTo), oDone["CreateDirectoryA"] + oDone["CopyFileA"]);   // nothing is undone
         // All but the closed ones stay open: those of the levels above what failed, and its own.
-        EXPECT_GE(oDone["FindFirstFileA"] - oDone["FindClose"], FaultSweep::s_strStruck == "CopyFileA");
+        const int nOpen = oDone["FindFirstFileA"] - oDone["FindClose"];
+        EXPECT_TRUE(FaultSweep::s_strStruck.empty() ? nOpen == 0 : nOpen >= (FaultSweep::s_strStruck == "CopyFileA"));
     });
     EXPECT_EQ(nCopyCalls, 4 * 3 + 5);
     oTexts["FindFirstFileA"] = "Failed to find folder ";
@@ -178,6 +179,10 @@ TEST_F(FolderTest, ListsFoldersAndFiles)
 {
     Plant(m_strFrom, {"read.me", "Read.Me2", "open\\READ.ME", "open\\in\\x", "closed\\in\\read.me"});
     const std::string strOpen = m_strFrom + "\\open", strClosed = m_strFrom + "\\closed";
+    const Substitution<FileCalls> oCounted([](FileCalls& o) {
+        FaultSweep::Watch<&FileCalls::FindFirstFileA>(o, "FindFirstFileA", INVALID_HANDLE_VALUE);
+        FaultSweep::Watch<&FileCalls::FindClose>(o, "FindClose", FALSE);
+    });
     Consumer oConsumer;
     CSFolder::GetFolderList(m_strFrom.c_str(), &oConsumer);
     EXPECT_THAT(oConsumer.oFound, UnorderedElementsAre(strOpen, strOpen + "\\in", strClosed));
@@ -201,6 +206,7 @@ TEST_F(FolderTest, ListsFoldersAndFiles)
         EXPECT_EQ(oFound.size(), bRecursive ? 3u : 1u);
         EXPECT_THAT(oFound, testing::Contains(m_strFrom + "\\read.me"));
     }
+    EXPECT_EQ(FaultSweep::s_oDone["FindFirstFileA"], FaultSweep::s_oDone["FindClose"]);
     // At the root of a volume the first entry is a real one, and left out; what has vanished counts as a folder.
     static const char* const* s_ppszNext;
     static constexpr const char* s_apszNames[] = {"first", "second", ""};
@@ -274,33 +280,8 @@ TEST_F(FolderTest, RunsAProcessAndWaitsForIt)
     EXPECT_FALSE(CSFolder::XCopyFolder(nullptr, m_strTo.c_str(), m_strError));
     EXPECT_FALSE(CSFolder::XCopyFolder(m_strFrom.c_str(), nullptr, m_strError));
     EXPECT_TRUE(CSFolder::XCopyFolder(m_strFrom.c_str(), m_strTo.c_str(), m_strError));
-    if (fs::is_regular_file(ScratchFolder::Native(m_strTo)))   // by what stands for it on Windows
-        EXPECT_EQ(ScratchFolder::Read(m_strTo), '<' + m_strFrom + "><" + m_strTo + "></ISOQ>");
-    else
-    {
-        fs::remove(ScratchFolder::Native(m_strFrom + "\\d"));   // empty, so not copied
-        EXPECT_EQ(Content(m_strTo), Content(m_strFrom));
-    }
+    // On Windows by what stands for it.
+    EXPECT_TRUE(fs::is_directory(ScratchFolder::Native(m_strTo)) ||
+                ScratchFolder::Read(m_strTo) == '<' + m_strFrom + "><" + m_strTo + "></ISOQ>");
     EXPECT_EQ(m_strError, "before ");
-}
-
-TEST_F(FolderTest, CopiesAndDeletesWhatIsLarge)
-{
-    const ScratchFolder oFolder(ScratchFolder::InMemory());
-    const std::string strFrom = oFolder / "from", strTo = oFolder / "to";
-    const int nFolders = UnderWine() ? 2 : 50, nFiles = 2000;
-    for (int n = 0; n < nFolders * nFiles; ++n)
-    {
-        const std::string strFolder = strFrom + "\\" + std::to_string(n / nFiles);
-        if (n % nFiles == 0)
-            fs::create_directories(ScratchFolder::Native(strFolder));
-        ScratchFolder::Write(strFolder + "\\" + std::to_string(n), n % 1000 ? "" : std::string(1500, 'b'));
-    }
-    EXPECT_TRUE(CSFolder::CopyFolder(strFrom.c_str(), strTo.c_str(), m_strError)) << m_strError;
-    EXPECT_EQ(Count(strTo), nFolders * (nFiles + 1) + 1);
-    long nKilobytes = 0;
-    CSFolder::GetFolderSize(strTo.c_str(), nKilobytes);
-    EXPECT_EQ(nKilobytes, nFolders * 2);
-    EXPECT_TRUE(Delete(strTo)) << m_strError;
-    EXPECT_EQ(Count(strTo), 0);
 }

@@ -4,8 +4,8 @@
 #include "fuzz/Rules.h"
 #include "platform/Files.h"
 #include "platform/Handles.h"
+#include "support/FaultSweep.h"
 #include "support/ScratchFolder.h"
-#include "support/Substitution.h"
 
 #include <array>
 #include <memory>
@@ -170,41 +170,46 @@ TEST(Base64Coder, CodesFilesBlockByBlock)
     EXPECT_EQ(oCoder.Encode(strIn.c_str(), (oFolder / "no\\folder").c_str()), 0);
 }
 
-// After so many calls one of them fails, which is thrown if nothing guards it.
 TEST(Base64Coder, KeepsWhatWasWrittenBeforeAFailure)
 {
-    static std::array<int, 4> s_anLeft;
-    static const auto& s_oNative = PlatformService<FileCalls>::s_oNative;
-    const Substitution<FileCalls> oFiles([](FileCalls& o) {
-        o.GetFileSizeEx = [](HANDLE, PLARGE_INTEGER pnSize) WINAPI -> BOOL {
-            pnSize->QuadPart = (1LL << 32) + 9216;   // of which the low half counts
-            return s_anLeft[0]-- > 0;
-        };
-        o.ReadFile = [](HANDLE hFile, LPVOID pBuffer, DWORD nCount, LPDWORD pnDone, LPOVERLAPPED p) WINAPI -> BOOL {
-            return s_anLeft[1]-- > 0 && s_oNative.ReadFile(hFile, pBuffer, nCount, pnDone, p);
-        };
-        o.WriteFile = [](HANDLE hFile, LPCVOID pData, DWORD nCount, LPDWORD pnDone, LPOVERLAPPED p) WINAPI -> BOOL {
-            return s_anLeft[2]-- > 0 && s_oNative.WriteFile(hFile, pData, nCount, pnDone, p);
-        };
-    });
-    const Substitution<HandleCalls> oHandles([](HandleCalls& o) {
-        o.CloseHandle = [](HANDLE hFile) WINAPI -> BOOL {
-            return PlatformService<HandleCalls>::s_oNative.CloseHandle(hFile) && s_anLeft[3]-- > 0;
-        };
-    });
     const ScratchFolder oFolder;
     ScratchFolder::Write(oFolder / "in", std::string(9216, 'A'));
-    const auto encode = [&] { return Base64Coder().Encode((oFolder / "in").c_str(), (oFolder / "out").c_str()); };
-    const auto isDeleted = [](CException* pError) { return pError->Delete(), true; };
-    const int anCases[][6] = {{1, 3, 3, 2, 1, 12288}, {1, 2, 9, 9, 0, 8192},   {1, 9, 2, 9, 0, 8192},
-                              {0, 9, 9, 9, -1, 0},    {1, 9, 9, 0, -1, 12288}, {1, 9, 9, 1, -1, 12288}};
-    for (const auto& [nLengths, nReads, nWrites, nCloses, nResult, nWritten] : anCases)
-    {
-        s_anLeft = {nLengths, nReads, nWrites, nCloses};
-        if (nResult < 0)
-            EXPECT_THAT(encode, testing::Throws<CFileException*>(testing::Truly(isDeleted)));
-        else
-            EXPECT_EQ(encode(), nResult);
-        EXPECT_EQ(ScratchFolder::Read(oFolder / "out").size(), unsigned(nWritten));
-    }
+    // -1: it throws.
+    const auto encode = [&] {
+        try
+        {
+            return Base64Coder().Encode((oFolder / "in").c_str(), (oFolder / "out").c_str());
+        }
+        catch (CFileException* pError)
+        {
+            return pError->Delete(), -1;
+        }
+    };
+    const auto watchFiles = [](FileCalls& o) {
+        FaultSweep::Watch<&FileCalls::GetFileSizeEx>(o, "GetFileSizeEx", FALSE);
+        FaultSweep::Watch<&FileCalls::ReadFile>(o, "ReadFile", FALSE);
+        FaultSweep::Watch<&FileCalls::WriteFile>(o, "WriteFile", FALSE);
+    };
+    const auto expectWhatWasWritten = [&] {
+        std::map<std::string, int> oResults{{"", 1}, {"GetFileSizeEx", -1}};
+        const int nResult = encode();
+        EXPECT_EQ(nResult, oResults[FaultSweep::s_strStruck]);
+        EXPECT_EQ(int(ScratchFolder::Read(oFolder / "out").size()), 4096 * FaultSweep::s_oDone["WriteFile"]);
+    };
+    EXPECT_EQ(FaultSweep::Over<FileCalls>(watchFiles, expectWhatWasWritten), 1 + 3 + 3);
+    const auto watchHandles = [](HandleCalls& o) {
+        FaultSweep::Watch<&HandleCalls::CloseHandle>(o, "CloseHandle", FALSE, true);
+    };
+    const auto expectAll = [&] {
+        const int nResult = encode();
+        EXPECT_EQ(nResult, FaultSweep::s_strStruck.empty() ? 1 : -1);
+        EXPECT_EQ(ScratchFolder::Read(oFolder / "out").size(), 12288u);
+    };
+    EXPECT_EQ(FaultSweep::Over<HandleCalls>(watchHandles, expectAll), 2);
+    const Substitution<FileCalls> oHuge([](FileCalls& o) {
+        o.GetFileSizeEx = [](HANDLE, PLARGE_INTEGER pnSize) WINAPI -> BOOL {
+            return pnSize->QuadPart = (1LL << 32) + 9216, TRUE;   // of which the low half counts
+        };
+    });
+    EXPECT_EQ(encode(), 1);
 }

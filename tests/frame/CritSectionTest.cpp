@@ -30,29 +30,18 @@ void NoteCalls(ThreadCalls& oCalls)
 }
 }
 
-TEST(CritSection, BothPairsActOnTheOneLock)
+TEST(CritSection, BothPairsActOnTheOneLockThatCopiesShareWordForWord)
 {
     const Substitution<ThreadCalls> oFake(NoteCalls);
     {
-        CSCritSection oSection;
-        CSLockable& oLockable = oSection;
-        oSection.enter();
+        CSCritSection oSource, oTarget;
+        CSLockable& oLockable = oSource;
+        oSource.enter();
         EXPECT_TRUE(oLockable.Unlock());
         EXPECT_TRUE(oLockable.Lock());
-        oSection.leave();
-    }
-    EXPECT_EQ(s_strCalls, "init-1 enter-1 leave-1 enter-1 leave-1 delete-1 ");
-}
-
-TEST(CritSection, ACopyIsNoNewLockButTheSameOneWordForWord)
-{
-    const Substitution<ThreadCalls> oFake(NoteCalls);
-    {
-        CSCritSection oSource;
-        CSCritSection oTarget;
+        oSource.leave();
         const CSCritSection oCopy(oSource);
         oTarget = oSource;
-        EXPECT_EQ(s_strCalls, "init-1 init-2 ");
     }
-    EXPECT_EQ(s_strCalls, "init-1 init-2 delete-1 delete-1 delete-1 ");
+    EXPECT_EQ(s_strCalls, "init-1 init-2 enter-1 leave-1 enter-1 leave-1 delete-1 delete-1 delete-1 ");
 }

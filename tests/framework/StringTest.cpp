@@ -1,5 +1,4 @@
 #include "ZevrinUtils/framework/String.h"
-#include "ZevrinUtils/framework/StringMap.h"
 
 #include <gtest/gtest.h>
 
@@ -25,20 +24,4 @@ TEST(String, StaysInsideItsTextAndTakesNullAsEmpty)
     EXPECT_EQ(strMade, "abÄ");
     strMade.Format("%s %s (0x%lX, %d)", "a", std::string(300, 'b').c_str(), 0xFEDCBA98ul, -1);
     EXPECT_EQ(strMade, "a " + CString(std::string(300, 'b')) + " (0xFEDCBA98, -1)");
-}
-
-TEST(StringMap, HoldsOneValueForEachExactKey)
-{
-    CMapStringToString oMap(10);
-    oMap["Host"] = "one";
-    oMap.SetAt("host", "two");
-    oMap.SetAt("host", "three");
-    CString strValue("untouched");
-    EXPECT_FALSE(oMap.Lookup("HOST", strValue));
-    EXPECT_EQ(strValue, "untouched");
-    EXPECT_TRUE(oMap.Lookup("host", strValue));
-    EXPECT_EQ(strValue, "three");
-    EXPECT_TRUE(oMap.RemoveKey("host"));
-    EXPECT_FALSE(oMap.RemoveKey("host"));
-    EXPECT_EQ(oMap.GetCount(), 1);
 }

@@ -1,124 +1,79 @@
 // The exchange of requests and retrievals over prepared answers.
 #include "FakeInternet.h"
 
+#include <chrono>
 #include <sstream>
+#include <thread>
 
 #include <gtest/gtest.h>
 
 namespace
 {
-const Answer oNone{0, "", "", ~0u};
-const Answer oOk{200, "HTTP/1.1 200 OK\r\n\r\n", "", ~0u};
-const Answer oNotFound{404, "HTTP/1.1 404 No\r\n\r\n", "", ~0u};
-const Answer oAsks{407, "HTTP/1.1 407 Ask\r\n\r\n", "", ~0u};
-
+// Of an exchange that goes no further; 0: no answer.
+Answer Status(DWORD nStatus)
+{
+    return {nStatus, "HTTP/1.1 " + std::to_string(nStatus) + " Text\r\n\r\n", "", ~0u};
+}
 Answer Redirect(const std::string& strHeaders)
 {
     return {302, "HTTP/1.1 302 Found\r\n" + strHeaders + "\r\n", "", ~0u};
 }
-constexpr DWORD nGiven = ERROR_INTERNET_FORCE_RETRY;
+std::string ErrorCode(DWORD nStatus)
+{
+    return "Failed to send Http Get request (Error Code " + std::to_string(nStatus) + ")";
+}
+std::string Open()
+{
+    return {FakeInternet::s_oOpen.begin(), FakeInternet::s_oOpen.end()};
+}
 }
 
 TEST(GetRequest, MakesEachExchangeStepByStep)
 {
     const std::string strPlain = "as ZEVRIN_UTILS 0;to :@h:80;GET /x?y 400000;send;";
     const std::string strSecure = "as ZEVRIN_UTILS 8388608;to u:p@h:444;GET / C03100;send;";
+    const std::string strAsked = "dialog 7;", strAgain = "dialog 7;send;", strForgiven = "set 31=12544;send;";
+    const std::string strClosed = "close r;close c;close s;", strThrown = "The request failed (error 12004)";
+    const std::string strBoth = "dialog 1;dialog 0;";
+    constexpr DWORD nGiven = ERROR_INTERNET_FORCE_RETRY, nCanceled = ERROR_CANCELLED;
     struct Row
     {
         const char* pszUrl;
-        bool bSecure;
-        std::deque<Answer> oAnswers;
+        std::vector<DWORD> anStatuses;
         std::deque<DWORD> oDialogs;
-        int nResult;
         std::string strError, strLog, strHeard;
-        const char* pszOpen;
     };
-    const std::string strDialog = "dialog 7;";
-    const char* const pszAll = "crs";
-    for (const Row& o : std::initializer_list<Row>{
-             {"http://h/x?y", false, {oOk}, {}, 1, "", strPlain, "", pszAll},
-             {"http://h/x?y",
-              false,
-              {oNone},
-              {},
-              0,
-              "Failed to send Http Get request (Error Code 0)",
-              strPlain,
-              "dialog 0;",
-              pszAll},
-             {"http://h/x?y",
-              false,
-              {oAsks, oOk},
-              {nGiven},
-              1,
-              "",
-              strPlain + strDialog + "send;",
-              "dialog 1;dialog 0;",
-              pszAll},
-             {"http://h/x?y",
-              false,
-              {oAsks},
-              {nGiven},
-              0,
-              "Failed to send Http Get request (Error Code 407)",
-              strPlain + strDialog + "send;",
-              "dialog 1;dialog 0;",
-              pszAll},
-             {"http://h/x?y",
-              false,
-              {oAsks},
-              {ERROR_CANCELLED},
-              0,
-              "Failed to send Http Get request (Error Code 407)",
-              strPlain + strDialog,
-              "dialog 1;dialog 0;",
-              pszAll},
-             {"http://h:9/", true, {oNone, oOk}, {}, 1, "", strSecure + "set 31=12544;send;", "dialog 0;", pszAll},
-             {"http://h/",
-              true,
-              {oNone, oNone},
-              {},
-              0,
-              "The request failed (error 12004)",
-              strSecure + "set 31=12544;send;close r;close c;close s;",
-              "dialog 0;",
-              ""},
-             {"http://h/",
-              true,
-              {oAsks, oAsks, oOk},
-              {nGiven, ERROR_CANCELLED},
-              1,
-              "",
-              strSecure + strDialog + "send;" + strDialog + "send;",
-              "dialog 1;dialog 0;dialog 1;",
-              pszAll},
-             {"http://h/",
-              true,
-              {oAsks},
-              {ERROR_CANCELLED, nGiven},
-              0,
-              "Failed to send Http Get request (Error Code 407)",
-              strSecure + strDialog + strDialog + "send;",
-              "dialog 1;dialog 0;dialog 1;dialog 0;",
-              pszAll},
-             {"https://h/", true, {oOk}, {}, 0, "Failed to parse the given URL - https://h/", "", "", ""},
-         })
+    const Row aRows[] = {
+        {"http://h/x?y", {200}, {}, "", strPlain, ""},
+        {"http://h/x?y", {0}, {}, ErrorCode(0), strPlain, "dialog 0;"},
+        {"http://h/x?y", {407, 200}, {nGiven}, "", strPlain + strAgain, strBoth},
+        {"http://h/x?y", {407}, {nGiven}, ErrorCode(407), strPlain + strAgain, strBoth},
+        {"http://h/x?y", {407}, {nCanceled}, ErrorCode(407), strPlain + strAsked, strBoth},
+        {"http://h:9/", {0, 200}, {}, "", strSecure + strForgiven, "dialog 0;"},
+        {"http://h/", {0}, {}, strThrown, strSecure + strForgiven + strClosed, "dialog 0;"},
+        {"http://h/", {407, 407, 200}, {nGiven, nCanceled}, "", strSecure + strAgain + strAgain, strBoth + "dialog 1;"},
+        {"http://h/", {407}, {nCanceled, nGiven}, ErrorCode(407), strSecure + strAsked + strAgain, strBoth + strBoth},
+        {"https://h/", {200}, {}, "Failed to parse the given URL - https://h/", "", ""}};
+    for (const Row& o : aRows)
     {
         SCOPED_TRACE(o.pszUrl + o.strLog);
-        FakeInternet oInternet(o.oAnswers, o.oDialogs);
+        std::deque<Answer> oAnswers;
+        for (const DWORD nStatus : o.anStatuses)
+            oAnswers.push_back(Status(nStatus));
+        FakeInternet oInternet(oAnswers, o.oDialogs);
         CHttpServicesPeer oClient;
         NotingObserver oObserver;
         oClient.m_pObserver = &oObserver;
-        if (o.bSecure)
+        if (!o.strLog.starts_with(strPlain))
             oClient.SetAuthenticationDetails("u", "p", true, 444);
         CString strNewHost, strError;
-        EXPECT_EQ(oClient.bOpenGetRequest(o.pszUrl, strNewHost, &strError, 0), o.nResult);
+        EXPECT_EQ(oClient.bOpenGetRequest(o.pszUrl, strNewHost, &strError, 0), o.strError.empty());
         EXPECT_EQ(strError, o.strError.c_str());
         EXPECT_EQ(FakeInternet::s_strLog, o.strLog);
         EXPECT_EQ(oObserver.strHeard, o.strHeard);
-        EXPECT_EQ(std::string(FakeInternet::s_oOpen.begin(), FakeInternet::s_oOpen.end()), o.pszOpen);
+        EXPECT_EQ(Open(), o.strLog.empty() || o.strLog.ends_with(strClosed) ? "" : "crs");
         oClient.CloseGetRequest(1);
-        EXPECT_TRUE(FakeInternet::s_oOpen.empty());
+        EXPECT_EQ(Open(), "");
     }
 }
 
@@ -126,51 +81,45 @@ TEST(GetRequest, LearnsHostsFromRedirectsOfTheirRoot)
 {
     struct Row
     {
-        const char* pszUrl;
-        std::deque<Answer> oAnswers;
-        int nResult;
-        const char *pszNewHost, *pszProbe, *pszTarget, *pszStored;   // under the key
+        std::string strHost, strObject;
+        Answer oProbe;
+        DWORD nStatus;
+        const char *pszNewHost, *pszTarget;
     };
     const std::string strTo = "Location: http://new:81/ignored\r\n";
-    for (const Row& o : std::initializer_list<Row>{
-             {"http://a/x?a", {Redirect(strTo), oOk}, 1, "new:81", "a:80", "new:81;GET /x?new:81", "new:81"},
-             {"http://b:9/x", {Redirect(strTo), oOk}, 1, "new:81", "b:9", "new:81;GET /x", "new:81"},
-             {"http://c/x:y", {Redirect(strTo), oOk}, 1, "new:81", "c:80", "c:80;GET /x:y", "new:81"},
-             {"http://d/x", {Redirect(strTo), oNotFound}, 0, "", "d:80", "new:81;GET /x", ""},
-             {"http://e/x", {oOk, oOk}, 1, "", "e:80", "e:80;GET /x", ""},
-             {"http://f/x", {oNotFound, oOk}, 1, "", "f:80", "f:80;GET /x", ""},
-             {"http://g/x", {Redirect("Location: http://new\r\n"), oOk}, 0, "", "g:80", "", ""},
-             {"http://i/x", {Redirect("Location: https://new/\r\n"), oOk}, 0, "", "i:80", "", ""},
-             {"http://j/x", {Redirect("Location: http://j/y\r\n"), oOk}, 1, "", "j:80", "j:80;GET /x", ""},
-             {"http://k/x",
-              {Redirect("Content-Location: http://first/\r\n" + strTo), oOk},
-              1,
-              "first",
-              "k:80",
-              "first:80;GET /x",
-              "first"},
-             {"http://l/x", {Redirect("Server: /s\r\n"), oOk}, 0, "", "l:80", "", ""},   // a host of two lines
-         })
+    const Row aRows[] = {
+        {"a", "/x?a", Redirect(strTo), 200, "new:81", "new:81;GET /x?new:81"},
+        {"b:9", "/x", Redirect(strTo), 200, "new:81", "new:81;GET /x"},
+        {"c", "/x:y", Redirect(strTo), 200, "new:81", "c:80;GET /x:y"},
+        {"d", "/x", Redirect(strTo), 404, "", "new:81;GET /x"},
+        {"e", "/x", Status(200), 200, "", "e:80;GET /x"},
+        {"f", "/x", Status(404), 200, "", "f:80;GET /x"},
+        {"g", "/x", Redirect("Location: http://new\r\n"), 0, "", ""},
+        {"i", "/x", Redirect("Location: https://new/\r\n"), 0, "", ""},
+        {"j", "/x", Redirect("Location: http://j/y\r\n"), 200, "", "j:80;GET /x"},
+        {"k", "/x", Redirect("Content-Location: http://first/\r\n" + strTo), 200, "first", "first:80;GET /x"},
+        {"l", "/x", Redirect("Server: /s\r\n"), 0, "", ""}};   // a host of two lines
+    for (const Row& o : aRows)
     {
-        SCOPED_TRACE(o.pszUrl);
-        FakeInternet oInternet(o.oAnswers);
+        SCOPED_TRACE(o.strHost);
+        FakeInternet oInternet({o.oProbe, Status(o.nStatus)});
         CHttpServicesPeer oClient;
         CString strNewHost("old"), strStored;
-        EXPECT_EQ(oClient.bOpenGetRequest(o.pszUrl, strNewHost, nullptr, 1), o.nResult);
+        EXPECT_EQ(oClient.bOpenGetRequest(("http://" + o.strHost + o.strObject).c_str(), strNewHost, nullptr, 1),
+                  o.nStatus == 200);
         EXPECT_EQ(strNewHost, o.pszNewHost);
-        std::string strExpected = std::string("as ZEVRIN_UTILS 0;to :@") + o.pszProbe +
-                                  ";GET  600000;send;close r;close "
-                                  "c;close s;";
-        if (*o.pszTarget)
-            strExpected += std::string("as ZEVRIN_UTILS 0;to :@") + o.pszTarget + " 400000;send;";
-        EXPECT_EQ(FakeInternet::s_strLog, strExpected);
-        const std::string strHost(1, o.pszUrl[7]);
-        const bool bPort = strchr(o.pszUrl + 5, ':') != nullptr;
-        CHttpServicesPeer::m_oHostNameToIp.Lookup((bPort ? o.pszProbe : strHost).c_str(), strStored);
-        EXPECT_EQ(strStored, o.pszStored);
+        const std::string strProbed = o.strHost + (o.strHost.size() == 1 ? ":80" : "");
+        const std::string strRoot =
+            "as ZEVRIN_UTILS 0;to :@" + strProbed + ";GET  600000;send;close r;close c;close s;";
+        EXPECT_EQ(FakeInternet::s_strLog,
+                  strRoot +
+                      (*o.pszTarget ? "as ZEVRIN_UTILS 0;to :@" + (o.pszTarget + std::string(" 400000;send;")) : ""));
+        CHttpServicesPeer::m_oHostNameToIp.Lookup(
+            (o.strObject.find(':') == std::string::npos ? o.strHost : strProbed).c_str(), strStored);
+        EXPECT_EQ(strStored, o.pszNewHost);
     }
     // What is known is asked at once, by a request that does not use the table too, and a port of it wins.
-    FakeInternet oInternet({oOk});
+    FakeInternet oInternet({Status(200)});
     CHttpServicesPeer oClient;
     CString strNewHost;
     for (const int bUseHostCache : {0, 1})
@@ -195,16 +144,16 @@ TEST(Retrieval, TellsTheObserverBlockByBlockAndLetsTheStrongerEventWin)
     };
     using C = CHttpServices;
     const char* const pszTermination = "Failed because of user request for application termination";
-    for (const Row& o : std::initializer_list<Row>{
-             {0, true, true, true, {}, C::eHttpReqOK, "", "length 9;poll;end 1;"},
-             {2000, true, true, false, {}, C::eHttpReqOK, "", "length 9;block 1024;poll;block 976;poll;poll;end 1;"},
-             {2000, false, true, false, {}, C::eHttpReqCanceled, "", "length 9;block 1024;poll;"},
-             {2000, false, false, false, {}, C::eHttpReqFailed, pszTermination, "length 9;block 1024;poll;end 0;"},
-             {2000, false, false, true, {}, C::eHttpReqCanceled, "Request canceled by user.", "length 9;block 1024;"},
-             {1, true, true, false, std::ios::failbit, C::eHttpReqFailed, "Falied to write - FAIL", "length 9;end 0;"},
-             {1, true, true, false, std::ios::badbit, C::eHttpReqFailed, "Falied to write - BAD", "length 9;end 0;"},
-             {1, true, true, false, std::ios::eofbit, C::eHttpReqFailed, "Falied to write - ", "length 9;end 0;"},
-         })
+    const Row aRows[] = {
+        {0, true, true, true, {}, C::eHttpReqOK, "", "length 9;poll;end 1;"},
+        {2000, true, true, false, {}, C::eHttpReqOK, "", "length 9;block 1024;poll;block 976;poll;poll;end 1;"},
+        {2000, false, true, false, {}, C::eHttpReqCanceled, "", "length 9;block 1024;poll;"},
+        {2000, false, false, false, {}, C::eHttpReqFailed, pszTermination, "length 9;block 1024;poll;end 0;"},
+        {2000, false, false, true, {}, C::eHttpReqCanceled, "Request canceled by user.", "length 9;block 1024;"},
+        {1, true, true, false, std::ios::failbit, C::eHttpReqFailed, "Falied to write - FAIL", "length 9;end 0;"},
+        {1, true, true, false, std::ios::badbit, C::eHttpReqFailed, "Falied to write - BAD", "length 9;end 0;"},
+        {1, true, true, false, std::ios::eofbit, C::eHttpReqFailed, "Falied to write - ", "length 9;end 0;"}};
+    for (const Row& o : aRows)
     {
         SCOPED_TRACE(o.pszHeard);
         std::string strBody(o.nBody, '\0');
@@ -220,8 +169,29 @@ TEST(Retrieval, TellsTheObserverBlockByBlockAndLetsTheStrongerEventWin)
         EXPECT_EQ(oClient.eCopyURLFile("http://h/", oOutput, strNewHost, &oObserver, 1, 0, &strError, 0), o.eResult);
         EXPECT_EQ(strError, o.pszError);
         EXPECT_EQ(oObserver.strHeard, o.pszHeard);
-        EXPECT_TRUE(FakeInternet::s_oOpen.empty());
+        EXPECT_EQ(Open(), "");
         EXPECT_TRUE(o.eResult != C::eHttpReqOK || oOutput.str() == strBody);
+    }
+}
+
+TEST(Retrieval, AbortFromAnotherThreadHoldsUntilItIsCleared)
+{
+    FakeInternet oInternet({{200, "HTTP/1.1 200 OK\r\n\r\n", std::string(1 << 23, 'b')}});   // takes many seconds
+    CHttpServicesPeer oClient;
+    std::thread oOther([&] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        oClient.Abort(1);
+    });
+    for (const auto eResult :
+         {CHttpServices::eHttpReqCanceled, CHttpServices::eHttpReqCanceled, CHttpServices::eHttpReqOK})
+    {
+        std::ostringstream oOutput;
+        CString strNewHost;
+        EXPECT_EQ(oClient.eCopyURLFile("http://h/", oOutput, strNewHost, nullptr, 0, 0, nullptr, 0), eResult);
+        FakeInternet::s_oAnswers = {{200, "HTTP/1.1 200 OK\r\n\r\n", "body"}};
+        oClient.Abort(oOther.joinable());
+        if (oOther.joinable())
+            oOther.join();
     }
 }
 
@@ -236,19 +206,11 @@ TEST(Retrieval, FailsAsPromisedWhateverCallFails)
     const Row oNoAnswer{"Failed to send Http Get request (Error Code 0)", "end 0;", "crs"};
     const Row oFine{"", "length 4;block 4;poll;poll;end 1;", ""};
     const Row oBroken{nullptr, "length 4;", "crs"};   // an exception leaves the retrieval
-    const Row aOnce[] = {oException,
-                         oException,
-                         oException,
-                         {oNoAnswer.pszError, "dialog 0;end 0;", "crs"},   // the send
-                         oFine,
-                         oNoAnswer,                                       // the status, twice
-                         {"", "length 4;block 4;poll;poll;end 1;", ""},   // what has arrived: the header tells
-                         oFine,
-                         oBroken,
-                         {nullptr, "length 4;block 4;poll;", "crs"},
-                         oFine,
-                         oFine,
-                         oFine};
+    const Row oCut{nullptr, "length 4;block 4;poll;", "crs"};
+    const Row oUnsent{oNoAnswer.pszError, "dialog 0;end 0;", "crs"};
+    // Three that open, the send, the status twice, what has arrived and the length, two reads, three that close.
+    const Row aOnce[] = {oException, oException, oException, oUnsent, oFine, oNoAnswer, oFine,
+                         oFine,      oBroken,    oCut,       oFine,   oFine, oFine};
     for (const bool bForGood : {false, true})
         for (int nFailing = 1; nFailing <= static_cast<int>(std::size(aOnce)); ++nFailing)
         {
@@ -280,14 +242,14 @@ TEST(Retrieval, FailsAsPromisedWhateverCallFails)
                 pError->Delete();
             }
             EXPECT_EQ(oObserver.strHeard, oExpected.pszHeard);
-            EXPECT_EQ(std::string(FakeInternet::s_oOpen.begin(), FakeInternet::s_oOpen.end()), oExpected.pszOpen);
+            EXPECT_EQ(Open(), oExpected.pszOpen);
             oClient.CloseGetRequest(1);
         }
 }
 
 TEST(Retrieval, TellsTheSystemTheUrlOrNothingWhenAskedForReachability)
 {
-    FakeInternet oInternet({oOk});
+    FakeInternet oInternet({Status(200)});
     CHttpServicesPeer oClient;
     for (const std::size_t nLength : {0, 1, 259, 260})
     {

@@ -35,35 +35,32 @@ TEST(Url, SplitsIntoServicesServersPortsAndObjects)
     struct Row
     {
         const char* pszUrl;
-        DWORD nService;   // 0: does not split
-        const char *pszServer, *pszObject;
-        INTERNET_PORT nPort;
+        DWORD nService = 0;   // does not split
+        const char *pszServer = "", *pszObject = "";
+        INTERNET_PORT nPort = 7;
     };
-    for (const Row& o : std::initializer_list<Row>{
-             {"http://host", 3, "host", "", 80},
-             {"HTTP://u:p@Host:8080/a?b#c", 3, "Host", "/a?b#c", 8080},
-             {"https://host?x=http://y:1/", 4107, "host", "?x=http://y:1/", 443},
-             {"ftp://h:/x", 1, "h", "/x", 21},
-             {"http://[::1]:81/", 3, "[::1]", "/", 81},
-             {"http://[h:81/", 3, "[h", "/", 81},
-             {"http://h:65536/", 0, "", "", 7},
-             {"http://h:8x/", 0, "", "", 7},
-             {"http://h/a\r\nX: y", 0, "", "", 7},
-             {"http:///x", 0, "", "", 7},
-             {"mailto:a@b", 0, "", "", 7},
-             {"news://h/x", 0, "", "", 7},
-             {"", 0, "", "", 7},
-         })
+    const Row aRows[] = {{"http://host", 3, "host", "", 80},
+                         {"HTTP://u:p@Host:8080/a?b#c", 3, "Host", "/a?b#c", 8080},
+                         {"https://host?x=http://y:1/", 4107, "host", "?x=http://y:1/", 443},
+                         {"ftp://h:/x", 1, "h", "/x", 21},
+                         {"http://[::1]:81/", 3, "[::1]", "/", 81},
+                         {"http://[h:81/", 3, "[h", "/", 81},
+                         {"http://h:65536/"},
+                         {"http://h:8x/"},
+                         {"http://h/a\r\nX: y"},
+                         {"http:///x"},
+                         {"mailto:a@b"},
+                         {"news://h/x"},
+                         {""}};
+    for (const Row& o : aRows)
     {
         SCOPED_TRACE(o.pszUrl);
         DWORD nService = 9;
         INTERNET_PORT nPort = 7;
         CString strServer("old"), strObject("old");
         EXPECT_EQ(AfxParseURL(o.pszUrl, nService, strServer, strObject, nPort), o.nService != 0);
-        EXPECT_EQ(nService, o.nService);
-        EXPECT_EQ(strServer, o.pszServer);
-        EXPECT_EQ(strObject, o.pszObject);
-        EXPECT_EQ(nPort, o.nPort);
+        EXPECT_EQ(std::tie(nService, strServer, strObject, nPort),
+                  std::tuple(o.nService, CString(o.pszServer), CString(o.pszObject), o.nPort));
     }
     CHttpServicesPeer oClient;
     EXPECT_EQ(oClient.sGetStrippedURL("https://host/a?b"), "http://host:443");
@@ -73,10 +70,9 @@ TEST(Url, SplitsIntoServicesServersPortsAndObjects)
 
 TEST(Url, EscapesAllButLettersAndDigits)
 {
-    EXPECT_EQ(Escaped("a b-c"), "a+b%2Dc");
-    EXPECT_EQ(Escaped("AZaz09_.~/\x80\xff"), "AZaz09%5F%2E%7E%2F%80%FF");
-    EXPECT_EQ(Escaped(""), "");
-    EXPECT_EQ(Escaped("-"), "%2D");
+    for (const auto& [pszText, pszEscaped] :
+         {std::pair{"a b-c", "a+b%2Dc"}, {"AZaz09_.~/\x80\xff", "AZaz09%5F%2E%7E%2F%80%FF"}, {"", ""}, {"-", "%2D"}})
+        EXPECT_EQ(Escaped(pszText), pszEscaped);
     EXPECT_EQ(Escaped(std::string("\0b", 2), 2), "%00b");
     EXPECT_EQ(Escaped("abc", 1), "a");
     EXPECT_EQ(Escaped(std::string(1000, '-')).size(), 3000u);
@@ -84,13 +80,10 @@ TEST(Url, EscapesAllButLettersAndDigits)
 
 TEST(Url, UnescapesAsSscanfReads)
 {
-    EXPECT_EQ(UnEscaped("a+b"), "a+b");
-    EXPECT_EQ(UnEscaped("x?a+b?+"), "x?a b? ");
-    EXPECT_EQ(UnEscaped("%3Fa+b%2B"), "?a+b+");
-    EXPECT_EQ(UnEscaped("%%41"), "%A");
-    EXPECT_EQ(UnEscaped("%4G"), "\x04");
-    EXPECT_EQ(UnEscaped("%41%42", 5), std::string("A\x04"));   // never behind the given length
-    EXPECT_EQ(UnEscaped(std::string("%\0AB", 4), 4), std::string("\0B", 2));
+    for (const auto& [pszText, pszPlain] :
+         {std::pair{"a+b", "a+b"}, {"x?a+b?+", "x?a b? "}, {"%3Fa+b%2B", "?a+b+"}, {"%%41", "%A"}, {"%4G", "\x04"}})
+        EXPECT_EQ(UnEscaped(pszText), pszPlain);
+    EXPECT_EQ(UnEscaped("%41%42", 5), "A\x04");   // never behind the given length
     const std::string strPercents(1 << 20, '%');
     EXPECT_EQ(UnEscaped(strPercents + "41"), strPercents.substr(1) + "A");
 
@@ -114,9 +107,11 @@ TEST(HostCache, KeysCarryThePortThatLookupsIgnore)
     for (const char* pszUrl : {"http://Name/", "http://empty/", "http://ported:81/"})
         EXPECT_FALSE(oClient.bIsURLHostCached(pszUrl)) << pszUrl;
     EXPECT_EQ(oClient.sGetCachedURLHostAndPort("http://ported:81/"), "ported");
-    EXPECT_EQ(oClient.sGetCachedURL("http://name/name?name"), "http://other:8080/other:8080?other:8080");
-    EXPECT_EQ(oClient.sGetCachedURL("http://name:9/"), "http://other:8080/");
-    EXPECT_EQ(oClient.sGetCachedURL("http://none/x"), "http://none/x");
-    EXPECT_EQ(oClient.sGetCachedURL("http://none:9/x"), "http://none/x");
-    EXPECT_EQ(oClient.sGetCachedURL("http://name/x:y"), "http://name/x:y");   // the key then is name:80
+    for (const auto& [pszUrl, pszCached] :
+         {std::pair{"http://name/name?name", "http://other:8080/other:8080?other:8080"},
+          {"http://name:9/", "http://other:8080/"},
+          {"http://none/x", "http://none/x"},
+          {"http://none:9/x", "http://none/x"},
+          {"http://name/x:y", "http://name/x:y"}})   // the key then is name:80
+        EXPECT_EQ(oClient.sGetCachedURL(pszUrl), pszCached);
 }

@@ -9,7 +9,6 @@
 #include "support/Substitution.h"
 #include "support/WaitUntil.h"
 
-#include <algorithm>
 #include <atomic>
 #include <functional>
 #include <mutex>
@@ -22,7 +21,6 @@
 class TestListener : public CSPortListener
 {
 public:
-    using CSPortListener::ListenerThreadFunc;
     using CSPortListener::m_oListeners;
     using CSPortListener::ReceiveMsg;
     using CSPortListener::StopListener;
@@ -106,13 +104,8 @@ protected:
                 const SOCKET hConnection = s_oNative.accept(hSocket, pAddress, pnLength);
                 return s_bFailAccept ? INVALID_SOCKET : hConnection;
             };
-            oCalls.recv = [](SOCKET hSocket, char* pBuffer, int nMost, int nFlags) WINAPI {
-                ++s_nReads;
-                int nRead = s_oNative.recv(hSocket, pBuffer, nMost, nFlags);
-                for (int nMore = nRead; s_bFullReads && nMore > 0 && nRead < nMost; nRead += std::max(nMore, 0))
-                    nMore = s_oNative.recv(hSocket, pBuffer + nRead, nMost - nRead, nFlags);
-                return nRead;
-            };
+            oCalls.recv = [](SOCKET hSocket, char* pBuffer, int nMost, int nFlags)
+                              WINAPI { return ++s_nReads, s_oNative.recv(hSocket, pBuffer, nMost, nFlags); };
         });
         static_cast<void>(pCounting);
         CSPortListener().SetContext(this);   // class-wide
@@ -122,7 +115,6 @@ protected:
     static inline std::atomic<int> s_nAccepts = 0;   // begun
     static inline std::atomic<int> s_nReads = 0;
     static inline std::atomic<bool> s_bFailAccept = false;
-    static inline std::atomic<bool> s_bFullReads = false;
 
     static unsigned long Handle(unsigned short nPort, const char* pszRequest, ZVString& oReply, void* pTest)
     {

@@ -4,7 +4,6 @@
 #include "network/Reply.h"
 
 #include <algorithm>
-#include <array>
 #include <atomic>
 #include <cstdlib>
 #include <thread>
@@ -30,7 +29,6 @@ void FailOneCall(SocketCalls& oCalls)
     };
     oCalls.WSACleanup = []() WINAPI { return --s_nStarted, s_oNative.WSACleanup(); };
     oCalls.socket = [](int nFamily, int nType, int nProtocol) WINAPI {
-        EXPECT_EQ((std::array{nFamily, nType, nProtocol}), (std::array{2, 1, 6}));
         return s_nFailing == 2 ? INVALID_SOCKET : (++s_nOpen, s_oNative.socket(nFamily, nType, nProtocol));
     };
     oCalls.bind = [](SOCKET hSocket, const sockaddr* pAddress, int nLength)
@@ -61,16 +59,13 @@ TEST_F(ListenerTest, AStartThatFailsLeavesNothingBehind)
         EXPECT_THAT(m_oListener.m_oListeners, IsEmpty());
     }
     const Substitution<SocketCalls> oSockets(FailOneCall);   // none by now
-    for (int nObject = 1; nObject <= 2; ++nObject)
+    TestListener oOther;
+    for (int nStart = 0; nStart < 2; ++nStart)
     {
-        TestListener oListener;
-        for (int nStart = 0; nStart < 2; ++nStart)
-        {
-            ASSERT_EQ(oListener.Start(m_nPort, &Handle), 1);
-            EXPECT_EQ(Fetch("works"), "works");
-            oListener.Stop();
-        }
-        EXPECT_EQ(s_nStarted, 1 + nObject);   // once for each object, and never stopped
+        ASSERT_EQ(oOther.Start(m_nPort, &Handle), 1);
+        EXPECT_EQ(Fetch("works"), "works");
+        oOther.Stop();
+        EXPECT_EQ(s_nStarted, 2);   // once for each object, and never stopped
     }
 }
 
@@ -137,11 +132,6 @@ TEST_F(ListenerTest, WantOfMemoryClosesTheConnectionAndTheListenerGoesOn)
         m_oListener.Stop();
     }
     EXPECT_THAT(Requests(), testing::ElementsAre("0:answered", "0:asked"));
-    EXPECT_EQ(TestListener::ListenerThreadFunc(nullptr), 0u);
-    CSListenerRecord oClosed{m_nPort, ~0u, nullptr, nullptr};
-    EXPECT_EQ(TestListener::ListenerThreadFunc(&oClosed), 1u);
-    oClosed.m_hSocket = 12345678;   // no socket
-    EXPECT_EQ(TestListener::ListenerThreadFunc(&oClosed), 0u);
 }
 
 // Sizes are what hosts measure; of a reply that does not go out, or not whole, nothing is noticed.
@@ -185,22 +175,6 @@ TEST_F(ListenerTest, AFailedAcceptEndsTheThreadAndLeavesTheRecordUntilTheStop)
     EXPECT_EQ(m_oListener.StopListener(0), 1);   // also when the exit code cannot be had
 }
 
-// On the test's own thread: one of the library's would not get the signal that Linux has for it.
-TEST_F(ListenerTest, SendingToAPeerThatIsGoneFailsAndNothingMore)
-{
-    const SOCKET hListening = Sockets().socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
-    const sockaddr_in oAddress = Loopback(m_nPort);
-    ASSERT_EQ(Sockets().bind(hListening, reinterpret_cast<const sockaddr*>(&oAddress), sizeof oAddress), 0);
-    ASSERT_EQ(Sockets().listen(hListening, 5), 0);
-    auto pClient = std::make_unique<Client>(m_nPort);
-    const SOCKET hConnection = Sockets().accept(hListening, nullptr, nullptr);
-    pClient.reset();
-    EXPECT_TRUE(WaitUntil([&] { return Sockets().send(hConnection, "x", 1, 0) == SOCKET_ERROR; }));
-    EXPECT_EQ(Sockets().send(hConnection, "x", 1, 0), SOCKET_ERROR);
-    Sockets().closesocket(hConnection);
-    Sockets().closesocket(hListening);
-}
-
 // A thread that does not end in time is ended by force where there is such a thing, and left behind otherwise: it
 // must then do no harm, whatever comes.
 TEST_F(ListenerTest, AThreadThatDoesNotEndInTimeIsGivenUpAndCallsNoHandler)
@@ -212,6 +186,7 @@ TEST_F(ListenerTest, AThreadThatDoesNotEndInTimeIsGivenUpAndCallsNoHandler)
     {
         const Substitution<ThreadCalls> oFake([](ThreadCalls& oCalls) {
             oCalls.WaitForSingleObject = [](HANDLE hThread, DWORD nLimit) WINAPI {
+                EXPECT_TRUE(nLimit == 20000 || nLimit == 5000);   // for it to end, and to be gone by force
                 return nLimit == 20000 ? DWORD{WAIT_TIMEOUT} : s_oNativeThreads.WaitForSingleObject(hThread, nLimit);
             };
             oCalls.TerminateThread = [](HANDLE hThread, DWORD nCode) WINAPI {

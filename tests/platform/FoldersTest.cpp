@@ -14,34 +14,23 @@ namespace fs = std::filesystem;
 namespace
 {
 // What the call says: 0 or the error.
-template <class Call>
-DWORD ErrorOf(Call call)
+DWORD ErrorOf(bool bDone)
 {
-    Errors().SetLastError(0);
-    return call() ? 0 : Errors().GetLastError();
+    return bDone ? 0 : Errors().GetLastError();
 }
 
-DWORD Delete(const std::string& strPath)
-{
-    return ErrorOf([&] { return Files().DeleteFileA(strPath.c_str()); });
-}
-DWORD Remove(const std::string& strPath)
-{
-    return ErrorOf([&] { return Files().RemoveDirectoryA(strPath.c_str()); });
-}
-DWORD Create(const std::string& strPath)
-{
-    return ErrorOf([&] { return Files().CreateDirectoryA(strPath.c_str(), nullptr); });
-}
+const auto Delete = [](const std::string& str) { return ErrorOf(Files().DeleteFileA(str.c_str())); };
+const auto Remove = [](const std::string& str) { return ErrorOf(Files().RemoveDirectoryA(str.c_str())); };
+const auto Create = [](const std::string& str) { return ErrorOf(Files().CreateDirectoryA(str.c_str(), nullptr)); };
+
 DWORD Copy(const std::string& strFrom, const std::string& strTo)
 {
-    return ErrorOf([&] { return Files().CopyFileA(strFrom.c_str(), strTo.c_str(), FALSE); });
+    return ErrorOf(Files().CopyFileA(strFrom.c_str(), strTo.c_str(), FALSE));
 }
 DWORD List(const std::string& strPath)
 {
     WIN32_FIND_DATAA oFound{};
-    return ErrorOf(
-        [&] { return Files().FindFirstFileA((strPath + "\\*.*").c_str(), &oFound) != INVALID_HANDLE_VALUE; });
+    return ErrorOf(Files().FindFirstFileA((strPath + "\\*.*").c_str(), &oFound) != INVALID_HANDLE_VALUE);
 }
 }
 

@@ -1,13 +1,7 @@
 // The contract of the socket layer and of the reverse lookup, the same on every target.
-#include "platform/Sockets.h"
+#include "network/ListenerFixture.h"
 
-#include <chrono>
-#include <cstring>
-#include <random>
-#include <string>
 #include <thread>
-
-#include <gtest/gtest.h>
 
 namespace
 {
@@ -47,36 +41,57 @@ TEST(SocketLayer, TakesDottedTextAndLooksUpItsName)
     EXPECT_EQ(Sockets().WSACleanup(), 0);
 }
 
-TEST(ListeningSockets, WakeTheirWaiterWhenClosedAndFreeTheirPort)
+// Beside the servers of with-nameserver.
+TEST(NameServer, GivesNothingForAnAddressWithoutAName)
 {
     WSADATA oData{};
     ASSERT_EQ(Sockets().WSAStartup(0x0101, &oData), 0);
-    sockaddr_in oAddress{};
-    oAddress.sin_family = AF_INET;
-    // One that the system does not give out by itself, and another for each run.
-    const unsigned char anPort[] = {static_cast<unsigned char>(0x60 + std::random_device()() % 0x18),
-                                    static_cast<unsigned char>(std::random_device()())};
-    std::memcpy(&oAddress.sin_port, anPort, sizeof anPort);
-    const auto listenThere = [&] {
+    for (const char* pszNameless : {"198.51.100.8", "192.0.2.1"})
+        EXPECT_EQ(Lookup(pszNameless, 4), nullptr);
+}
+
+class ListeningSockets : public testing::Test
+{
+protected:
+    SOCKET Listen() const
+    {
         const SOCKET hSocket = Sockets().socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
         EXPECT_NE(hSocket, INVALID_SOCKET);
+        const auto* const pAddress = reinterpret_cast<const sockaddr*>(&m_oAddress);
         const bool bOpen =
-            Sockets().bind(hSocket, reinterpret_cast<const sockaddr*>(&oAddress), sizeof oAddress) == 0 &&
-            Sockets().listen(hSocket, 0x7fffffff) == 0;
+            Sockets().bind(hSocket, pAddress, sizeof m_oAddress) == 0 && Sockets().listen(hSocket, 0x7fffffff) == 0;
         return bOpen ? hSocket : (Sockets().closesocket(hSocket), INVALID_SOCKET);
-    };
+    }
+    const unsigned short m_nPort = FreePort();
+    const sockaddr_in m_oAddress = Loopback(m_nPort);
+};
+
+TEST_F(ListeningSockets, WakeTheirWaiterWhenClosedAndFreeTheirPort)
+{
     for (int n = 0; n < 3; ++n)
     {
-        const SOCKET hListening = listenThere();
+        const SOCKET hListening = Listen();
         ASSERT_NE(hListening, INVALID_SOCKET);
-        EXPECT_EQ(listenThere(), INVALID_SOCKET);
+        EXPECT_EQ(Listen(), INVALID_SOCKET);
         std::thread oWaiter([&] { EXPECT_EQ(Sockets().accept(hListening, nullptr, nullptr), INVALID_SOCKET); });
         std::this_thread::sleep_for(std::chrono::milliseconds(30));
         EXPECT_EQ(Sockets().closesocket(hListening), 0);
         oWaiter.join();
         EXPECT_EQ(Sockets().closesocket(hListening), SOCKET_ERROR);
-        const SOCKET hOther = listenThere();   // must not be taken for the old one; Windows gives no such promise
+        const SOCKET hOther = Listen();   // must not be taken for the old one; Windows gives no such promise
         EXPECT_TRUE(hOther != hListening || sizeof(void*) == 4);
         Sockets().closesocket(hOther);
     }
+}
+
+// On a thread that takes signals: threads of the library would not get the one that Linux has for it.
+TEST_F(ListeningSockets, FailWhenTheySendToAPeerThatIsGoneAndNothingMore)
+{
+    const SOCKET hListening = Listen();
+    auto pClient = std::make_unique<Client>(m_nPort);
+    const SOCKET hConnection = Sockets().accept(hListening, nullptr, nullptr);
+    pClient.reset();
+    EXPECT_TRUE(WaitUntil([&] { return Sockets().send(hConnection, "x", 1, 0) == SOCKET_ERROR; }));
+    Sockets().closesocket(hConnection);
+    Sockets().closesocket(hListening);
 }
