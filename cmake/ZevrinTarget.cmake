@@ -29,7 +29,8 @@ endif()
 
 add_library(zevrin_warnings INTERFACE)
 target_compile_options(zevrin_warnings INTERFACE
-  -Wall -Wextra -Wpedantic -Wshadow -Wconversion $<$<BOOL:${ZEVRIN_WARNINGS_AS_ERRORS}>:-Werror>
+  $<$<COMPILE_LANGUAGE:CXX>:-Wall;-Wextra;-Wpedantic;-Wshadow;-Wconversion>
+  $<$<AND:$<COMPILE_LANGUAGE:CXX>,$<BOOL:${ZEVRIN_WARNINGS_AS_ERRORS}>>:-Werror>
   # With -O3, GCC 12 takes the sum of a literal and a string for a copy onto itself.
   $<$<AND:$<CXX_COMPILER_ID:GNU>,$<CONFIG:Release>>:-Wno-restrict>)
 
@@ -55,11 +56,24 @@ function(zevrin_hide_templates target)
   endif()
 endfunction()
 
+# What a Windows file tells of itself: its version and what it is. FILETYPE 1 is a program, 2 a DLL.
+if(WIN32)
+  enable_language(RC)
+endif()
+function(zevrin_version_resource target type description)
+  if(WIN32)
+    string(REPLACE "." "," number ${PROJECT_VERSION},0)
+    configure_file(${PROJECT_SOURCE_DIR}/cmake/Version.rc.in ${CMAKE_CURRENT_BINARY_DIR}/${target}.rc @ONLY)
+    target_sources(${target} PRIVATE ${CMAKE_CURRENT_BINARY_DIR}/${target}.rc)
+  endif()
+endfunction()
+
 # What a library of ours needs as a module of its own: its name on each target, and nothing exported that
 # the headers do not mark.
-function(zevrin_module target)
+function(zevrin_module target description)
   if(WIN32)
     set_target_properties(${target} PROPERTIES PREFIX "")
+    zevrin_version_resource(${target} 2 "${description}")
   else()
     set_target_properties(${target} PROPERTIES
       VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
@@ -80,13 +94,17 @@ function(zevrin_public_headers target)
   target_compile_features(${target} INTERFACE cxx_std_20)
 endfunction()
 
-# The compiler's run-time DLLs, which the Windows programs need beside them.
+# The compiler's run-time DLLs, which the Windows programs need beside them; without the symbols, nine tenths of them.
 if(WIN32)
   set(ZEVRIN_RUNTIME_DLLS)
   foreach(dll libstdc++-6.dll libgcc_s_dw2-1.dll libwinpthread-1.dll)
     execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=${dll}
       OUTPUT_VARIABLE path OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
-    list(APPEND ZEVRIN_RUNTIME_DLLS ${path})
+    set(own ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/${dll})
+    list(APPEND ZEVRIN_RUNTIME_DLLS ${own})
+    if(NOT EXISTS ${own} OR ${path} IS_NEWER_THAN ${own})
+      file(MAKE_DIRECTORY ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
+      execute_process(COMMAND ${CMAKE_STRIP} -o ${own} ${path} COMMAND_ERROR_IS_FATAL ANY)
+    endif()
   endforeach()
-  file(COPY ${ZEVRIN_RUNTIME_DLLS} DESTINATION ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
 endif()

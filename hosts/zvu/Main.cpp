@@ -26,6 +26,7 @@ std::string UsageFailure(const CLI::App* pApp, const CLI::Error& oError)
 int Run(int nArguments, char** ppArguments)
 {
     CLI::App oApp{"Calls the ZevrinUtils library from the command line.", "zvu"};
+    oApp.set_version_flag("--version", "zvu " ZVU_VERSION);
     oApp.require_subcommand(1);
     oApp.failure_message(&UsageFailure);
     oApp.footer("Put -- before a text that begins with a dash. Exit status: 0 success, or true; 1 failure, or false;\n"

@@ -7,9 +7,10 @@
 
 namespace
 {
-constexpr char s_szModule[] = "libZevrinDesktop.so";
+constexpr char s_szModule[] = "zevrinutils/libZevrinDesktop.so";
 
-// The module lies beside the one that this code is in, in the build tree as installed.
+// The module lies in a folder beside the one that this code is in, in the build tree as installed: it is nobody's to
+// link, and so not where the loader looks for libraries.
 DesktopEntry Load()
 {
     Dl_info oInfo;
