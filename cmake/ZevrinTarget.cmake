@@ -25,6 +25,11 @@ if(ZEVRIN_SANITIZER)
   add_compile_options($<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
 endif()
 
+if(ZEVRIN_COVERAGE)
+  add_compile_options(--coverage -fprofile-abs-path -fprofile-update=atomic)
+  add_link_options(--coverage)
+endif()
+
 if(ZEVRIN_BUILD_FUZZ)
   add_compile_options(-fsanitize=fuzzer-no-link)
 endif()
