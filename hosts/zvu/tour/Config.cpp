@@ -15,7 +15,7 @@ constexpr long nAccessDenied = 5;
 
 constexpr int nFolders = 8;
 constexpr int nFilesInEach = 25;
-constexpr std::size_t nFileBytes = 4096;
+constexpr int nFileBytes = 4096;
 
 constexpr auto pszScript = "# The tables of a small shop.\n"
                            "CREATE TABLE item (\n"
@@ -158,7 +158,7 @@ void ShowRegistry(Guide& oGuide, const Surroundings&)
 {
     bool bWritable = true;
     oGuide.Show("write a text and a number", [&] {
-        const auto oOutcome = WriteParameters();
+        auto oOutcome = WriteParameters();
         bWritable = oOutcome.eHow != Outcome::eLeftOut;
         return oOutcome;
     });

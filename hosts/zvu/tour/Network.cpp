@@ -84,10 +84,10 @@ void ShowLock(Guide& oGuide, const Surroundings&)
 
 void ShowAddresses(Guide& oGuide, const Surroundings&)
 {
-    for (const auto& [pszAddress, bIsValid] : {std::pair("192.0.2.1", true), {"192.0.2.256", false}})
-        oGuide.Show(Text("is ", pszAddress, " an address?"), [&] {
-            const bool bAnswer = CSIPServices::IsValidIP(pszAddress);
-            return Judged(bAnswer == bIsValid, bAnswer ? "yes" : "no");
+    for (const auto& oCase : {std::pair("192.0.2.1", true), {"192.0.2.256", false}})
+        oGuide.Show(Text("is ", oCase.first, " an address?"), [&] {
+            const bool bAnswer = CSIPServices::IsValidIP(oCase.first);
+            return Judged(bAnswer == oCase.second, bAnswer ? "yes" : "no");
         });
     oGuide.Show("is 192.0.2.1 one of this machine's?", [] {
         bool bIsLocal = true;
