@@ -1,6 +1,7 @@
 #include "ZevrinUtils/FileAccessRights.h"
 
 #include "platform/AccessLists.h"
+#include "platform/System.h"
 
 namespace
 {
@@ -15,9 +16,9 @@ struct Received
         if (pSid)
             AccessLists().FreeSid(pSid);
         if (pNewList)
-            AccessLists().LocalFree(pNewList);
+            System().LocalFree(pNewList);
         if (pDescriptor)
-            AccessLists().LocalFree(pDescriptor);
+            System().LocalFree(pDescriptor);
     }
     Received(const Received&) = delete;
     Received& operator=(const Received&) = delete;

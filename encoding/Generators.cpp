@@ -2,6 +2,7 @@
 
 #include "platform/Identifiers.h"
 #include "platform/Random.h"
+#include "platform/System.h"
 
 #include <cstdint>
 #include <memory>
@@ -31,7 +32,7 @@ bool CSPasswordUtils::GeneratePassword(std::string& strPassword, int nLength)
 {
     if (nLength == 0)
         return false;
-    Random().srand(static_cast<unsigned int>(Random().time(nullptr)));
+    Random().srand(static_cast<unsigned int>(System().time(nullptr)));
     // Each pass is made to its end, so up to two characters more than asked for.
     for (int nRemaining = nLength; nRemaining > 0;)
         for (const auto& [chFirst, chLast] : s_aoClasses)

@@ -3,6 +3,7 @@
 #include "fendrel/Lock.h"
 #include "fendrel/Sink.h"
 #include "platform/Immortal.h"
+#include "platform/OrEmpty.h"
 
 #include <atomic>
 #include <mutex>
@@ -61,11 +62,6 @@ private:
     std::shared_ptr<Sink> m_pSink;
     CSTrace::eTraceSeverity m_eThreshold = CSTrace::eWarning;
 };
-
-const char* OrEmpty(const char* pszText) noexcept
-{
-    return pszText ? pszText : "";
-}
 
 // Puts a new sink in force. Null from its maker and an exception both mean that there is no such sink.
 template <class Maker, class... Arguments>

@@ -1,6 +1,8 @@
 #include "ZevrinUtils/framework/Exception.h"
 
 #include "platform/Errors.h"
+#include "platform/OrEmpty.h"
+#include "platform/Table.h"
 
 #include <algorithm>
 #include <cstring>
@@ -25,12 +27,7 @@ int CException::CopyMessage(const std::string& strMessage, char* pszText, unsign
 
 namespace
 {
-struct Cause
-{
-    DWORD nOsError;
-    CFileException::eCause eCause;
-};
-constexpr Cause s_aCauses[] = {
+constexpr Row<unsigned long, CFileException::eCause> s_aCauses[] = {
     {ERROR_FILE_NOT_FOUND, CFileException::fileNotFound},
     {ERROR_PATH_NOT_FOUND, CFileException::badPath},
     {ERROR_TOO_MANY_OPEN_FILES, CFileException::tooManyOpenFiles},
@@ -58,11 +55,9 @@ CFileException::~CFileException() = default;
 
 void CFileException::Set(unsigned long nOsError, const char* pszFileName)
 {
-    const auto* const pCause = std::find_if(std::begin(s_aCauses), std::end(s_aCauses),
-                                            [&](const Cause& o) { return o.nOsError == nOsError; });
-    m_eCause = pCause == std::end(s_aCauses) ? genericException : pCause->eCause;
+    m_eCause = ValueOf(s_aCauses, nOsError, genericException);
     m_lOsError = static_cast<LONG>(nOsError);
-    m_strFileName = pszFileName ? pszFileName : "";
+    m_strFileName = OrEmpty(pszFileName);
 }
 
 int CFileException::GetErrorMessage(char* pszText, unsigned nMaxLength) const

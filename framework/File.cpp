@@ -2,6 +2,7 @@
 
 #include "platform/Errors.h"
 #include "platform/Handles.h"
+#include "platform/OrEmpty.h"
 
 #include <memory>
 #include <utility>
@@ -20,7 +21,7 @@ bool CFile::GiveUp() noexcept
 bool CFile::Open(const char* pszFileName, unsigned nOpenFlags, CFileException* pError)
 {
     GiveUp();
-    m_strFileName = pszFileName ? pszFileName : "";
+    m_strFileName = OrEmpty(pszFileName);
     m_hFile =
         Files().CreateFileA(pszFileName, nOpenFlags & modeWrite ? GENERIC_WRITE : GENERIC_READ, 0, nullptr,
                             nOpenFlags & modeCreate ? CREATE_ALWAYS : OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);

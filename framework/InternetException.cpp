@@ -1,18 +1,13 @@
 #include "ZevrinUtils/framework/InternetException.h"
 
 #include "platform/Internet.h"
+#include "platform/Table.h"
 
-#include <algorithm>
 #include <string>
 
 namespace
 {
-struct Explanation
-{
-    DWORD nError;
-    const char* pszText;
-};
-constexpr Explanation s_aExplanations[] = {
+constexpr Row<DWORD, const char*> s_aExplanations[] = {
     {ERROR_INTERNET_TIMEOUT, "The server did not answer in time"},
     {ERROR_INTERNET_INVALID_URL, "The URL names no valid server"},
     {ERROR_INTERNET_UNRECOGNIZED_SCHEME, "The URL's scheme is not supported"},
@@ -36,8 +31,6 @@ CInternetException::~CInternetException() = default;
 
 int CInternetException::GetErrorMessage(char* pszText, unsigned nMaxLength) const
 {
-    const auto* const pFound = std::find_if(std::begin(s_aExplanations), std::end(s_aExplanations),
-                                            [this](const Explanation& o) { return o.nError == m_dwError; });
-    const char* const pszWords = pFound == std::end(s_aExplanations) ? "The request failed" : pFound->pszText;
-    return CopyMessage(std::string(pszWords) + " (error " + std::to_string(m_dwError) + ")", pszText, nMaxLength);
+    const std::string strWords = ValueOf(s_aExplanations, m_dwError, "The request failed");
+    return CopyMessage(strWords + " (error " + std::to_string(m_dwError) + ")", pszText, nMaxLength);
 }

@@ -1,5 +1,6 @@
 #include "ZevrinUtils/framework/String.h"
 
+#include "platform/OrEmpty.h"
 #include "platform/Text.h"
 
 #include <algorithm>
@@ -10,11 +11,6 @@
 
 namespace
 {
-const char* OrEmpty(const char* pszText) noexcept
-{
-    return pszText ? pszText : "";
-}
-
 std::size_t Within(int nCount, std::size_t nMost) noexcept
 {
     return nCount <= 0 ? 0 : std::min(static_cast<std::size_t>(nCount), nMost);

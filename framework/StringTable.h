@@ -1,11 +1,7 @@
-// The framework's own texts, by the numbers of their string resources.
+// The framework's own texts, with the numbers of their string resources.
 #pragma once
 
-enum eFrameworkText : unsigned
-{
-    eMailLoadFailed = 61840,
-    eMailEntryMissing = 61841
-};
-
-// Empty for a number that has no text.
-const char* FrameworkText(unsigned nId) noexcept;
+// 61840
+inline constexpr char szMailLoadFailed[] = "The mail system of this machine could not be loaded.";
+// 61841
+inline constexpr char szMailEntryMissing[] = "The mail system of this machine is not valid: it cannot send a message.";

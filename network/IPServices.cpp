@@ -6,9 +6,7 @@
 #include "platform/Memory.h"
 
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
-#include <memory>
 
 CSIPServices& CSIPServices::operator=(const CSIPServices&) = default;
 
@@ -22,11 +20,7 @@ bool IsGroupInRange(const char* pszGroup)
     return std::sscanf(pszGroup, "%d", &nValue) == 1 && nValue >= 0 && nValue <= nMostOfGroup;
 }
 
-struct FreeMemory
-{
-    void operator()(void* pMemory) const noexcept { std::free(pMemory); }
-};
-using AdapterList = std::unique_ptr<IP_ADAPTER_INFO, FreeMemory>;
+using AdapterList = Malloced<IP_ADAPTER_INFO>;
 
 // Null if the system does not tell.
 AdapterList ReadAdapters()

@@ -4,17 +4,11 @@
 #include "platform/Memory.h"
 
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
-#include <memory>
 
 namespace
 {
-struct Free
-{
-    void operator()(char* p) const noexcept { std::free(p); }
-};
-using Buffer = std::unique_ptr<char, Free>;
+using Buffer = Malloced<char>;
 
 // Room for a text, all zero; twice what is needed, as the margin was once settled.
 Buffer MakeBuffer(std::size_t nLength)

@@ -14,8 +14,8 @@ struct AccessListCalls
     PLATFORM_CALL(ConvertStringSidToSidA);
     // Makes a SID, which it borrows, the account of an entry.
     PLATFORM_CALL(BuildTrusteeWithSidA);
-    // Makes a list, to be released by LocalFree, of an old one, if there is one, with the entries put in; an unknown
-    // account is error 1332. Linux takes one entry that gives full access and is inherited.
+    // Makes a list, to be released by LocalFree of System.h, of an old one, if there is one, with the entries put in;
+    // an unknown account is error 1332. Linux takes one entry that gives full access and is inherited.
     PLATFORM_CALL(SetEntriesInAclA);
     // The list of a file or folder, in a descriptor that LocalFree releases.
     PLATFORM_CALL(GetNamedSecurityInfoA);
@@ -24,8 +24,6 @@ struct AccessListCalls
     PLATFORM_CALL(SetNamedSecurityInfoA);
     // Releases a SID.
     PLATFORM_CALL(FreeSid);
-    // Releases a list or a descriptor.
-    PLATFORM_CALL(LocalFree);
 };
 
 inline const AccessListCalls& AccessLists() noexcept

@@ -5,6 +5,8 @@
 #include "system/Call.h"
 #include "system/Memory.h"
 
+#include <memory>
+
 struct MemoryCalls
 {
     // Null if there is no memory. What it gives is freed by free.
@@ -12,6 +14,14 @@ struct MemoryCalls
     // A block of another size with the old one's content; null, with the old block as it was, if there is no memory.
     PLATFORM_CALL(realloc);
 };
+
+// Owns what comes from here, or from an operation that says the same of its result.
+struct FreeMemory
+{
+    void operator()(void* pBlock) const noexcept { std::free(pBlock); }
+};
+template <class Block>
+using Malloced = std::unique_ptr<Block, FreeMemory>;
 
 inline const MemoryCalls& Memory() noexcept
 {

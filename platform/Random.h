@@ -1,4 +1,4 @@
-// The C library's generator of random numbers, and the clock that it is seeded with.
+// The C library's generator of random numbers.
 #pragma once
 
 #include "platform/Service.h"
@@ -11,8 +11,6 @@ struct RandomCalls
     PLATFORM_CALL(rand);
     // Starts the sequence that belongs to the seed.
     PLATFORM_CALL(srand);
-    // Seconds since 1970.
-    PLATFORM_CALL(time);
 };
 
 inline const RandomCalls& Random() noexcept

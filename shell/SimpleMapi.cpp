@@ -4,10 +4,10 @@
 #include "platform/Memory.h"
 #include "platform/Modules.h"
 #include "platform/Profile.h"
+#include "platform/Table.h"
 
 #include <algorithm>
 #include <cstdlib>
-#include <iterator>
 
 namespace
 {
@@ -23,12 +23,7 @@ enum eMailError : unsigned
     eNotSent
 };
 
-struct Description
-{
-    ULONG nCode;
-    const char* pszText;
-};
-constexpr Description s_aDescriptions[] = {
+constexpr Row<unsigned long, const char*> s_aDescriptions[] = {
     {MAPI_E_USER_ABORT, "The user canceled one of the dialog boxes. No message was sent."},
     {MAPI_E_FAILURE, "One or more unspecified errors occurred. No message was sent."},
     {MAPI_E_LOGIN_FAILURE, "There was no default logon, and the user failed to log on successfully when the logon "
@@ -84,7 +79,7 @@ CSIMapi::CSIMapi()
         m_hInstMail = Modules().LoadLibraryA(s_szLibrary);
     if (!m_hInstMail)
     {
-        m_strLastError = FrameworkText(eMailLoadFailed);
+        m_strLastError = szMailLoadFailed;
         m_nLastError = eNoLibrary;
         return;
     }
@@ -92,7 +87,7 @@ CSIMapi::CSIMapi()
         reinterpret_cast<void*>(Modules().GetProcAddress(m_hInstMail, "MAPISendMail")));
     if (!m_lpfnSendMail)
     {
-        m_strLastError = FrameworkText(eMailEntryMissing);
+        m_strLastError = szMailEntryMissing;
         m_nLastError = eNoEntry;
     }
 }
@@ -201,7 +196,5 @@ void CSIMapi::GetLastError(unsigned int& nCode, CString& strText)
 
 void CSIMapi::GetErrorDescription(unsigned long nCode, CString& strText)
 {
-    const auto* const pFound = std::find_if(std::begin(s_aDescriptions), std::end(s_aDescriptions),
-                                            [nCode](const Description& o) { return o.nCode == nCode; });
-    strText = pFound == std::end(s_aDescriptions) ? "Unknown error." : pFound->pszText;
+    strText = ValueOf(s_aDescriptions, nCode, "Unknown error.");
 }

@@ -2,6 +2,7 @@
 
 #include "AccessEntries.h"
 #include "Paths.h"
+#include "platform/OrEmpty.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -170,7 +171,7 @@ void win32::BuildExplicitAccessWithNameA(PEXPLICIT_ACCESSA pEntry, LPSTR pszAcco
 BOOL win32::ConvertStringSidToSidA(LPCSTR pszSid, PSID* ppSid)
 {
     return OrOutOfMemory(FALSE, [&] {
-        const auto oSid = ParseSid(pszSid ? pszSid : "");
+        const auto oSid = ParseSid(OrEmpty(pszSid));
         if (!oSid)
             return Fail(ERROR_INVALID_SID, FALSE);
         *ppSid = std::malloc(sizeof *oSid);

@@ -1,35 +1,34 @@
 #include "Certificates.h"
 
+#include "platform/Table.h"
+
 #include <openssl/ssl.h>
 #include <openssl/x509_vfy.h>
 
 namespace
 {
-struct CertificateFault
+struct Verdict
 {
-    int nFault;          // OpenSSL's
     DWORD nForgivenBy;   // 0: nothing forgives it
     DWORD nError;
 };
-constexpr CertificateFault s_aFaults[] = {
-    {X509_V_ERR_CERT_HAS_EXPIRED, SECURITY_FLAG_IGNORE_CERT_DATE_INVALID, ERROR_INTERNET_SEC_CERT_DATE_INVALID},
-    {X509_V_ERR_CERT_NOT_YET_VALID, SECURITY_FLAG_IGNORE_CERT_DATE_INVALID, ERROR_INTERNET_SEC_CERT_DATE_INVALID},
-    {X509_V_ERR_UNABLE_TO_GET_ISSUER_CERT, SECURITY_FLAG_IGNORE_UNKNOWN_CA, ERROR_INTERNET_INVALID_CA},
-    {X509_V_ERR_UNABLE_TO_GET_ISSUER_CERT_LOCALLY, SECURITY_FLAG_IGNORE_UNKNOWN_CA, ERROR_INTERNET_INVALID_CA},
-    {X509_V_ERR_UNABLE_TO_VERIFY_LEAF_SIGNATURE, SECURITY_FLAG_IGNORE_UNKNOWN_CA, ERROR_INTERNET_INVALID_CA},
-    {X509_V_ERR_DEPTH_ZERO_SELF_SIGNED_CERT, SECURITY_FLAG_IGNORE_UNKNOWN_CA, ERROR_INTERNET_INVALID_CA},
-    {X509_V_ERR_SELF_SIGNED_CERT_IN_CHAIN, SECURITY_FLAG_IGNORE_UNKNOWN_CA, ERROR_INTERNET_INVALID_CA},
-    {X509_V_ERR_CERT_UNTRUSTED, SECURITY_FLAG_IGNORE_UNKNOWN_CA, ERROR_INTERNET_INVALID_CA},
-    {X509_V_ERR_CERT_REVOKED, 0, ERROR_INTERNET_SEC_CERT_REVOKED},
-};
+constexpr Verdict oWrongDate{SECURITY_FLAG_IGNORE_CERT_DATE_INVALID, ERROR_INTERNET_SEC_CERT_DATE_INVALID};
+constexpr Verdict oUnknownAuthority{SECURITY_FLAG_IGNORE_UNKNOWN_CA, ERROR_INTERNET_INVALID_CA};
+constexpr Verdict oRevoked{0, ERROR_INTERNET_SEC_CERT_REVOKED};
+constexpr Verdict oInvalid{0, ERROR_INTERNET_SEC_INVALID_CERT};
 
-CertificateFault FaultOf(int nFault)
-{
-    for (const CertificateFault& oFault : s_aFaults)
-        if (oFault.nFault == nFault)
-            return oFault;
-    return {nFault, 0, ERROR_INTERNET_SEC_INVALID_CERT};
-}
+// By OpenSSL's number of the fault.
+constexpr Row<int, Verdict> s_aVerdicts[] = {
+    {X509_V_ERR_CERT_HAS_EXPIRED, oWrongDate},
+    {X509_V_ERR_CERT_NOT_YET_VALID, oWrongDate},
+    {X509_V_ERR_UNABLE_TO_GET_ISSUER_CERT, oUnknownAuthority},
+    {X509_V_ERR_UNABLE_TO_GET_ISSUER_CERT_LOCALLY, oUnknownAuthority},
+    {X509_V_ERR_UNABLE_TO_VERIFY_LEAF_SIGNATURE, oUnknownAuthority},
+    {X509_V_ERR_DEPTH_ZERO_SELF_SIGNED_CERT, oUnknownAuthority},
+    {X509_V_ERR_SELF_SIGNED_CERT_IN_CHAIN, oUnknownAuthority},
+    {X509_V_ERR_CERT_UNTRUSTED, oUnknownAuthority},
+    {X509_V_ERR_CERT_REVOKED, oRevoked},
+};
 
 int RulesIndex()
 {
@@ -37,7 +36,8 @@ int RulesIndex()
     return s_nIndex;
 }
 
-// libcurl calls back for proxies and servers alike. This limit, which limits nothing, is set for proxies alone.
+// libcurl calls back for proxies and servers alike and does not say for which. To tell them apart, proxies alone get
+// this upper limit, which is the highest there is; for servers libcurl sets none.
 constexpr long nMarkOfProxies = CURL_SSLVERSION_MAX_TLSv1_3;
 
 bool IsOfProxy(SSL_CTX* pSslContext)
@@ -69,10 +69,10 @@ struct CertificateRules::Verification
             static_cast<SSL*>(X509_STORE_CTX_get_ex_data(pStore, SSL_get_ex_data_X509_STORE_CTX_idx()));
         SSL_CTX* const pSslContext = SSL_get_SSL_CTX(pSsl);
         auto* const pRules = static_cast<CertificateRules*>(SSL_CTX_get_ex_data(pSslContext, RulesIndex()));
-        const CertificateFault oFault = FaultOf(X509_STORE_CTX_get_error(pStore));
-        if (IsOfProxy(pSslContext) || !(pRules->m_nFlags & oFault.nForgivenBy))
+        const Verdict oVerdict = ValueOf(s_aVerdicts, X509_STORE_CTX_get_error(pStore), oInvalid);
+        if (IsOfProxy(pSslContext) || !(pRules->m_nFlags & oVerdict.nForgivenBy))
         {
-            pRules->m_nRefusal = oFault.nError;
+            pRules->m_nRefusal = oVerdict.nError;
             return 0;
         }
         X509_STORE_CTX_set_error(pStore, X509_V_OK);

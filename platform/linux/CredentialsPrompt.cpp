@@ -1,10 +1,9 @@
 #include "CredentialsPrompt.h"
 
 #include "Desktop.h"
+#include "platform/Memory.h"
 
 #include <cerrno>
-#include <cstdlib>
-#include <memory>
 #include <mutex>
 
 #include <fcntl.h>
@@ -87,7 +86,7 @@ std::optional<Credentials> AskInWindow(const DesktopCalls& oDesktop, const std::
     char* pszPassword = nullptr;
     if (!oDesktop.pfnAskForCredentials(strWhat.c_str(), &pszUser, &pszPassword))
         return std::nullopt;
-    const std::unique_ptr<char, decltype(&std::free)> oUser(pszUser, &std::free), oPassword(pszPassword, &std::free);
+    const Malloced<char> oUser(pszUser), oPassword(pszPassword);
     return pszUser && pszPassword ? std::optional(Credentials{pszUser, pszPassword}) : std::nullopt;
 }
 

@@ -1,5 +1,6 @@
 #include "Curl.h"
 
+#include "platform/Table.h"
 #include "system/Errors.h"
 #include "system/Internet.h"
 
@@ -8,12 +9,8 @@
 
 namespace
 {
-struct TransferError
-{
-    CURLcode nResult;
-    DWORD nError;
-};
-constexpr TransferError s_aErrors[] = {
+constexpr Row<CURLcode, DWORD> s_aErrors[] = {
+    {CURLE_OK, ERROR_SUCCESS},
     {CURLE_URL_MALFORMAT, ERROR_INTERNET_INVALID_URL},
     {CURLE_COULDNT_RESOLVE_HOST, ERROR_INTERNET_NAME_NOT_RESOLVED},
     {CURLE_COULDNT_RESOLVE_PROXY, ERROR_INTERNET_NAME_NOT_RESOLVED},
@@ -49,12 +46,7 @@ void StartCurl()
 
 DWORD ErrorOfTransfer(CURLcode nResult)
 {
-    if (nResult == CURLE_OK)
-        return ERROR_SUCCESS;
-    for (const TransferError& oError : s_aErrors)
-        if (oError.nResult == nResult)
-            return oError.nError;
-    return ERROR_INTERNET_INTERNAL_ERROR;
+    return ValueOf(s_aErrors, nResult, ERROR_INTERNET_INTERNAL_ERROR);
 }
 
 // As a plain connection to the server's port, whatever the URL's scheme would do there.

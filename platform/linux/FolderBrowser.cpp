@@ -7,9 +7,9 @@
 #include "ShellItems.h"
 #include "Wide.h"
 #include "Window.h"
+#include "platform/Memory.h"
+#include "platform/OrEmpty.h"
 #include "system/Files.h"
-
-#include <cstdlib>
 
 namespace
 {
@@ -40,23 +40,16 @@ private:
     DesktopBrowser* m_pBrowser;
 };
 
-struct Free
-{
-    void operator()(void* pBlock) const noexcept { std::free(pBlock); }
-};
-using Items = std::unique_ptr<ITEMIDLIST, Free>;
-using Path = std::unique_ptr<char, Free>;
-
 // One run of the browser, and what it tells the caller meanwhile.
 class Browse
 {
 public:
     Browse(const DesktopCalls& oDesktop, const BROWSEINFOA& oInfo) : m_oDesktop(oDesktop), m_oInfo(oInfo) {}
 
-    Path Run()
+    Malloced<char> Run()
     {
         const std::string strRoot = m_oInfo.pidlRoot ? PathOf(*m_oInfo.pidlRoot) : std::string();
-        const DesktopBrowse oRequest{m_oInfo.lpszTitle ? m_oInfo.lpszTitle : "",
+        const DesktopBrowse oRequest{OrEmpty(m_oInfo.lpszTitle),
                                      strRoot.c_str(),
                                      (m_oInfo.ulFlags & BIF_EDITBOX) != 0,
                                      (m_oInfo.ulFlags & BIF_VALIDATE) != 0,
@@ -66,7 +59,7 @@ public:
                                      &Selected,
                                      &Refused,
                                      &Closing};
-        return Path(m_oDesktop.pfnBrowse(&oRequest));
+        return Malloced<char>(m_oDesktop.pfnBrowse(&oRequest));
     }
 
 private:
@@ -78,7 +71,7 @@ private:
     }
     static void Selected(void* pThis, const char* pszPath)
     {
-        if (const Items pItems{ItemsOf(pszPath)})
+        if (const Malloced<ITEMIDLIST> pItems{ItemsOf(pszPath)})
             static_cast<Browse*>(pThis)->Tell(BFFM_SELCHANGED, reinterpret_cast<LPARAM>(pItems.get()));
     }
     static int Refused(void* pThis, const char* pszTyped)
@@ -104,7 +97,7 @@ ITEMIDLIST* win32::SHBrowseForFolderA(BROWSEINFOA* pInfo)
     if (!pDesktop)
         return Fail(ERROR_CANCELLED, static_cast<ITEMIDLIST*>(nullptr));
     return OrOutOfMemory(static_cast<ITEMIDLIST*>(nullptr), [&]() -> ITEMIDLIST* {
-        const Path pszChosen = Browse(*pDesktop, *pInfo).Run();
+        const Malloced<char> pszChosen = Browse(*pDesktop, *pInfo).Run();
         if (!pszChosen)
             return Fail(ERROR_CANCELLED, static_cast<ITEMIDLIST*>(nullptr));
         if (pInfo->pszDisplayName)

@@ -5,6 +5,7 @@
 #include "Failure.h"
 #include "HttpRequest.h"
 #include "Proxy.h"
+#include "platform/OrEmpty.h"
 
 #include <algorithm>
 #include <charconv>
@@ -19,11 +20,6 @@ constexpr std::size_t nMostRealm = 100;
 constexpr DWORD nKnownRequestFlags = INTERNET_FLAG_SECURE | INTERNET_FLAG_KEEP_CONNECTION |
                                      INTERNET_FLAG_NO_AUTO_REDIRECT | INTERNET_FLAG_PRAGMA_NOCACHE |
                                      INTERNET_FLAG_IGNORE_CERT_CN_INVALID | INTERNET_FLAG_IGNORE_CERT_DATE_INVALID;
-
-std::string OrEmpty(LPCSTR pszText)
-{
-    return pszText ? pszText : "";
-}
 
 BOOL Answer(DWORD nError) noexcept
 {
@@ -97,7 +93,7 @@ HINTERNET win32::InternetOpenA(LPCSTR pszAgent, DWORD nAccessType, LPCSTR pszPro
 {
     if (nAccessType != INTERNET_OPEN_TYPE_PRECONFIG || pszProxy || pszBypass || (nFlags & ~INTERNET_FLAG_SECURE))
         return Fail(ERROR_NOT_SUPPORTED, HINTERNET{});
-    const std::string_view strAgent = pszAgent ? pszAgent : "";
+    const std::string_view strAgent = OrEmpty(pszAgent);
     if (strAgent.find_first_of("\r\n") != std::string_view::npos)
         return Fail(ERROR_INVALID_PARAMETER, HINTERNET{});   // which would be headers of its own
     return OrOutOfMemory(HINTERNET{}, [&] { return OpenHandle(std::make_shared<HttpSession>(std::string(strAgent))); });

@@ -2,6 +2,7 @@
 
 #include "Descriptor.h"
 #include "Paths.h"
+#include "platform/OrEmpty.h"
 
 #include <cerrno>
 #include <csignal>
@@ -102,8 +103,6 @@ std::string MailAddress(const MapiMessage& oMessage)
 {
     const std::span<const MapiRecipDesc> aRecipients(oMessage.lpRecips, oMessage.lpRecips ? oMessage.nRecipCount : 0);
     Check(aRecipients);
-    const char* const pszSubject = oMessage.lpszSubject ? oMessage.lpszSubject : "";
-    const char* const pszText = oMessage.lpszNoteText ? oMessage.lpszNoteText : "";
     std::string strResult = "mailto:" + Recipients(aRecipients, MAPI_TO);
     char chBefore = '?';
     const auto add = [&](const char* pszField, const std::string& strValue) {
@@ -112,8 +111,8 @@ std::string MailAddress(const MapiMessage& oMessage)
     };
     add("cc", Recipients(aRecipients, MAPI_CC));
     add("bcc", Recipients(aRecipients, MAPI_BCC));
-    add("subject", Escaped(pszSubject));
-    add("body", Escaped(WithFullLineEnds(pszText)));
+    add("subject", Escaped(OrEmpty(oMessage.lpszSubject)));
+    add("body", Escaped(WithFullLineEnds(OrEmpty(oMessage.lpszNoteText))));
     return strResult;
 }
 

@@ -1,10 +1,12 @@
 #include "Paths.h"
 
+#include "platform/OrEmpty.h"
+
 #include <algorithm>
 
 #include <sys/stat.h>
 
-NativePath::NativePath(LPCSTR pszPath) : m_strPath(pszPath ? pszPath : "")
+NativePath::NativePath(LPCSTR pszPath) : m_strPath(OrEmpty(pszPath))
 {
     std::replace(m_strPath.begin(), m_strPath.end(), '\\', '/');
 }

@@ -6,6 +6,7 @@
 #include "RegistryFile.h"
 #include "RegistryStore.h"
 #include "platform/Immortal.h"
+#include "platform/OrEmpty.h"
 
 #include <algorithm>
 #include <cstring>
@@ -180,11 +181,6 @@ HKEY Open(RegistryStore& oStore, HKEY hRoot, LPCSTR pszPath, REGSAM nRights, OnM
     const auto pKey = std::make_shared<Key>(std::move(strPath), nRights);
     pKey->SetId(oStore, *nKey);
     return static_cast<HKEY>(OpenHandle(pKey));
-}
-
-LPCSTR OrEmpty(LPCSTR pszName) noexcept
-{
-    return pszName ? pszName : "";
 }
 
 // Both give false if what there is does not fit.

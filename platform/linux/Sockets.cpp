@@ -2,6 +2,7 @@
 
 #include "Failure.h"
 #include "platform/Immortal.h"
+#include "platform/Table.h"
 
 #include <atomic>
 #include <cerrno>
@@ -21,12 +22,7 @@ constexpr int InOrder(WORD nVersion) noexcept
     return (nVersion & 0xFF) << 8 | nVersion >> 8;
 }
 
-struct SocketError
-{
-    int nErrno;
-    DWORD nError;
-};
-constexpr SocketError s_aErrors[] = {
+constexpr Row<int, DWORD> s_aErrors[] = {
     {EACCES, WSAEACCES},
     {EADDRINUSE, WSAEADDRINUSE},
     {EADDRNOTAVAIL, WSAEADDRNOTAVAIL},
@@ -45,12 +41,9 @@ constexpr SocketError s_aErrors[] = {
 };
 
 template <class Result>
-Result FailByErrno(Result failure) noexcept
+Result FailBySocketErrno(Result failure) noexcept
 {
-    for (const auto& [nErrno, nError] : s_aErrors)
-        if (nErrno == errno)
-            return Fail(nError, failure);
-    return Fail(WSAENETDOWN, failure);
+    return Fail(ValueOf(s_aErrors, errno, WSAENETDOWN), failure);
 }
 
 // Closed when its last user is done with it. The kernel would give its number to the next file at once, and a
@@ -131,7 +124,7 @@ auto OnSocket(SOCKET hSocket, Call call) -> decltype(call(0))
         if (nResult >= 0)
             return nResult;
         if (errno != EINTR)
-            return FailByErrno(nResult);
+            return FailBySocketErrno(nResult);
     }
 }
 
@@ -171,7 +164,7 @@ int win32::WSACleanup()
 SOCKET win32::socket(int nFamily, int nType, int nProtocol)
 {
     const int nDescriptor = ::socket(nFamily, nType | SOCK_CLOEXEC, nProtocol);
-    return nDescriptor < 0 ? FailByErrno(INVALID_SOCKET) : OpenSocket(nDescriptor);
+    return nDescriptor < 0 ? FailBySocketErrno(INVALID_SOCKET) : OpenSocket(nDescriptor);
 }
 
 // Windows lets a port be opened again while connections of the listener before it linger; Linux has to be told.

@@ -2,6 +2,7 @@
 
 #include "platform/Identifiers.h"
 #include "platform/Random.h"
+#include "platform/System.h"
 #include "support/Substitution.h"
 
 #include <algorithm>
@@ -17,8 +18,9 @@ int s_nSeeded = 0, s_nDraw = 0, s_nStep = 0;
 // A clock that stands still until it is told.
 class PasswordUtils : public testing::Test
 {
+    const Substitution<SystemCalls> m_oClock{
+        [](SystemCalls& o) { o.time = [](time_t*) -> time_t { return s_nClock; }; }};
     const Substitution<RandomCalls> m_oSource{[](RandomCalls& o) {
-        o.time = [](time_t*) -> time_t { return s_nClock; };
         o.srand = [](unsigned nSeed) {
             ++s_nSeeded;
             PlatformService<RandomCalls>::s_oNative.srand(nSeed);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "System.h"   // LocalFree
+#include "ZevrinUtils/Types.h"
 
 using ACCESS_MASK = DWORD;
 using SECURITY_INFORMATION = DWORD;

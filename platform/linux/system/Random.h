@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdlib>
-#include <ctime>
 
 namespace win32
 {
@@ -15,10 +14,5 @@ inline int rand()
 inline void srand(unsigned int nSeed)
 {
     ::srand(nSeed);
-}
-
-inline std::time_t time(std::time_t* pnTime)
-{
-    return ::time(pnTime);
 }
 }

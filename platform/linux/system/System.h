@@ -1,9 +1,9 @@
 #pragma once
 
-#include "Random.h"   // time
 #include "ZevrinUtils/Types.h"
 
 #include <cstdarg>
+#include <ctime>
 
 inline constexpr DWORD FORMAT_MESSAGE_ALLOCATE_BUFFER = 0x100;
 inline constexpr DWORD FORMAT_MESSAGE_IGNORE_INSERTS = 0x200;
@@ -18,6 +18,11 @@ using HLOCAL = HANDLE;
 
 namespace win32
 {
+inline std::time_t time(std::time_t* pnTime)
+{
+    return ::time(pnTime);
+}
+
 BOOL GetDiskFreeSpaceExA(LPCSTR pszFolder, PULARGE_INTEGER pnFreeToCaller, PULARGE_INTEGER pnTotal,
                          PULARGE_INTEGER pnFree);
 DWORD FormatMessageA(DWORD nFlags, LPCVOID pSource, DWORD nMessage, DWORD nLanguage, LPSTR pszBuffer, DWORD nSize,
