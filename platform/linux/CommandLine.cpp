@@ -71,3 +71,19 @@ std::vector<std::string> SplitCommandLine(std::string_view strLine)
         oArguments.push_back(oReader.Argument());
     return oArguments;
 }
+
+std::string QuotedArgument(const std::string& strArgument)
+{
+    if (!strArgument.empty() && strArgument.find_first_of(" \t\"") == std::string::npos)
+        return strArgument;
+    std::string strQuoted = "\"";
+    std::size_t nBackslashes = 0;
+    for (const char ch : strArgument)
+    {
+        if (ch == '"')
+            strQuoted.append(nBackslashes + 1, '\\');
+        nBackslashes = ch == '\\' ? nBackslashes + 1 : 0;
+        strQuoted += ch;
+    }
+    return strQuoted.append(nBackslashes, '\\') + '"';
+}

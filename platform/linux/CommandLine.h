@@ -9,3 +9,6 @@
 // a quote follows them: then two make one, and an odd one makes the quote a character. In the program's name they
 // are themselves always.
 std::vector<std::string> SplitCommandLine(std::string_view strLine);
+
+// An argument as such a line holds it: in quotes where it would be split without.
+std::string QuotedArgument(const std::string& strArgument);

@@ -5,6 +5,7 @@
 #include "ZevrinUtils/Types.h"
 
 #include <memory>
+#include <utility>
 
 // What a handle stands for. The last owner may be the table, a running thread or a wait.
 class KernelObject
@@ -25,6 +26,21 @@ std::shared_ptr<KernelObject> FindObject(HANDLE hObject);
 
 // False if the handle stands for nothing.
 bool ForgetHandle(HANDLE hObject);
+
+// A handle that is forgotten again unless it is given away.
+class NewHandle
+{
+public:
+    explicit NewHandle(std::shared_ptr<KernelObject> pObject) : m_hObject(OpenHandle(std::move(pObject))) {}
+    ~NewHandle() { ForgetHandle(m_hObject); }
+    NewHandle(const NewHandle&) = delete;
+    NewHandle& operator=(const NewHandle&) = delete;
+
+    HANDLE Give() noexcept { return std::exchange(m_hObject, nullptr); }
+
+private:
+    HANDLE m_hObject;
+};
 
 // The object of a handle if it is of the wanted kind; otherwise null.
 template <class Kind>

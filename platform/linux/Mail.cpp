@@ -2,10 +2,10 @@
 
 #include "Descriptor.h"
 #include "Paths.h"
+#include "Spawn.h"
 #include "platform/OrEmpty.h"
 
 #include <cerrno>
-#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <span>
@@ -14,7 +14,6 @@
 #include <vector>
 
 #include <fcntl.h>
-#include <spawn.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 
@@ -141,43 +140,28 @@ std::vector<std::string> CommandFor(const MapiMessage& oMessage)
     return oCommand;
 }
 
-// Starts a program and waits for it: what waitpid tells of its end. The thread's blocked signals are not the
-// program's.
-int Run(std::vector<std::string>& oCommand)
+// Runs a program to its end; its exit code. The client that it starts outlives this process, and must not go on holding
+// what this one has open.
+DWORD Run(std::vector<std::string>& oCommand)
 {
-    std::vector<char*> apszArguments;
-    apszArguments.reserve(oCommand.size() + 1);
-    for (auto& strArgument : oCommand)
-        apszArguments.push_back(strArgument.data());
-    apszArguments.push_back(nullptr);
-
-    posix_spawnattr_t oAttributes;
-    posix_spawnattr_init(&oAttributes);
-    sigset_t oNone;
-    sigemptyset(&oNone);
-    posix_spawnattr_setsigmask(&oAttributes, &oNone);
-    posix_spawnattr_setflags(&oAttributes, POSIX_SPAWN_SETSIGMASK);
+    Spawn oSpawn;
+    oSpawn.KeepFilesBack();
     pid_t nId = 0;
-    const int nErrno = posix_spawn(&nId, apszArguments[0], nullptr, &oAttributes, apszArguments.data(), environ);
-    posix_spawnattr_destroy(&oAttributes);
-    if (nErrno != 0)
+    if (const int nErrno = oSpawn.Start(false, oCommand[0].c_str(), oCommand, nId))
         throw MailFailure{nErrno == E2BIG ? MAPI_E_TEXT_TOO_LARGE : MAPI_E_FAILURE};
-
     int nStatus = 0;
     while (::waitpid(nId, &nStatus, 0) < 0)
         if (errno != EINTR)
             throw MailFailure{MAPI_E_FAILURE};   // the host has taken its end
-    return nStatus;
+    return ExitCodeOf(nStatus);
 }
 
-// xdg-email tells by its exit status. One that was ended by a signal, itself or the client that it ran, was
-// called off.
-ULONG ResultOf(int nStatus)
+// xdg-email tells by its exit code. One that was ended by a signal, itself or the client that it ran, was called off.
+ULONG ResultOf(DWORD nExitCode)
 {
-    constexpr int nSignalled = 128;   // and the signal's number on top, as shells say it
-    if (!WIFEXITED(nStatus) || WEXITSTATUS(nStatus) > nSignalled)
+    if (nExitCode > nEndedBySignal)
         return MAPI_E_USER_ABORT;
-    switch (WEXITSTATUS(nStatus))
+    switch (nExitCode)
     {
     case 0: return SUCCESS_SUCCESS;
     case 2: return MAPI_E_ATTACHMENT_NOT_FOUND;

@@ -3,6 +3,7 @@
 #include "platform/OrEmpty.h"
 
 #include <algorithm>
+#include <filesystem>
 
 #include <sys/stat.h>
 
@@ -25,6 +26,13 @@ bool HasFolder(std::string strPath)
     struct stat oStatus;
     return ::stat(strPath.c_str(), &oStatus) == 0 && S_ISDIR(oStatus.st_mode);
 }
+}
+
+std::string AbsolutePath(const NativePath& oPath)
+{
+    std::error_code oError;
+    const auto oAbsolute = std::filesystem::absolute(static_cast<const char*>(oPath), oError);
+    return oError ? std::string() : oAbsolute.string();
 }
 
 DWORD ErrorOnPath(const char* pszNativePath, int nErrno)

@@ -18,7 +18,11 @@ private:
     std::string m_strPath;
 };
 
-// Fails by errno, for a call on the path: where nothing is found, it matters whether the folder is there.
+// From the root; empty for an empty path, and where the working folder is gone.
+std::string AbsolutePath(const NativePath& oPath);
+
+// errno in Windows' numbering, for a call on that path: ENOENT is 3 if the folder that it would lie in is missing,
+// otherwise 2.
 DWORD ErrorOnPath(const char* pszNativePath, int nErrno);
 
 template <class Result>

@@ -3,27 +3,25 @@
 #include "CommandLine.h"
 #include "KernelObject.h"
 #include "Paths.h"
+#include "Spawn.h"
 #include "XCopy.h"
 
-#include <algorithm>
 #include <chrono>
-#include <csignal>
+#include <cstring>
+#include <filesystem>
 #include <mutex>
 #include <thread>
 
-#include <spawn.h>
 #include <sys/wait.h>
-#include <unistd.h>
 
 namespace
 {
 constexpr DWORD nKnownFlags = CREATE_NO_WINDOW | CREATE_SEPARATE_WOW_VDM | NORMAL_PRIORITY_CLASS;
-constexpr int nSignalled = 128;   // and the signal's number on top, as shells say it
 
 class Process final : public KernelObject
 {
 public:
-    explicit Process(pid_t nId) noexcept : m_nId(nId) {}
+    void SetId(pid_t nId) noexcept { m_nId = nId; }
 
     BOOL ExitCode(DWORD& nExitCode)
     {
@@ -35,73 +33,37 @@ public:
             if (nEnded < 0)
                 return Fail(ERROR_INVALID_HANDLE, FALSE);   // the host has taken its end
             if (nEnded == m_nId)
-                m_nExitCode =
-                    static_cast<DWORD>(WIFEXITED(nStatus) ? WEXITSTATUS(nStatus) : nSignalled + WTERMSIG(nStatus));
+                m_nExitCode = ExitCodeOf(nStatus);
         }
         nExitCode = m_nExitCode;
         return TRUE;
     }
 
 private:
-    const pid_t m_nId;
+    pid_t m_nId = 0;
     std::mutex m_oLock;
     DWORD m_nExitCode = STILL_ACTIVE;
-};
-
-// What a new process starts with. Threads of the library take no signals; a process of its own does.
-class SpawnSettings
-{
-public:
-    explicit SpawnSettings(LPCSTR pszWorkingFolder)
-    {
-        posix_spawnattr_init(&m_oAttributes);
-        posix_spawn_file_actions_init(&m_oActions);
-        sigset_t oNone;
-        sigemptyset(&oNone);
-        posix_spawnattr_setsigmask(&m_oAttributes, &oNone);
-        posix_spawnattr_setflags(&m_oAttributes, POSIX_SPAWN_SETSIGMASK);
-        if (pszWorkingFolder)
-            posix_spawn_file_actions_addchdir_np(&m_oActions, NativePath(pszWorkingFolder));
-    }
-    ~SpawnSettings()
-    {
-        posix_spawn_file_actions_destroy(&m_oActions);
-        posix_spawnattr_destroy(&m_oAttributes);
-    }
-    SpawnSettings(const SpawnSettings&) = delete;
-    SpawnSettings& operator=(const SpawnSettings&) = delete;
-
-    // Gives an errno. A program that is a mere name is looked for as shells do, if it may.
-    int Start(bool bSearch, const char* pszProgram, std::vector<std::string>& oArguments, pid_t& nId) const
-    {
-        std::vector<char*> apszArguments;
-        apszArguments.reserve(oArguments.size() + 1);
-        for (auto& strArgument : oArguments)
-            apszArguments.push_back(strArgument.data());
-        apszArguments.push_back(nullptr);
-        return (bSearch ? posix_spawnp : posix_spawn)(&nId, pszProgram, &m_oActions, &m_oAttributes,
-                                                      apszArguments.data(), environ);
-    }
-
-private:
-    posix_spawnattr_t m_oAttributes;
-    posix_spawn_file_actions_t m_oActions;
 };
 
 // The process's id; 0 with the last error set.
 pid_t StartProcess(LPCSTR pszApplication, LPCSTR pszCommandLine, LPCSTR pszWorkingFolder)
 {
     auto oArguments = SplitCommandLine(pszCommandLine ? pszCommandLine : pszApplication);
-    const NativePath oProgram(pszApplication ? pszApplication : oArguments[0].c_str());
-    const SpawnSettings oSettings(pszWorkingFolder);
+    const NativePath oName(pszApplication ? pszApplication : oArguments[0].c_str());
+    const NativePath oFolder(pszWorkingFolder);
+    // All but a mere name lies where this process sees it, wherever the new one starts.
+    const bool bSearch = !pszApplication && !std::strchr(oName, '/');
+    const std::string strProgram = bSearch ? std::string(oName) : AbsolutePath(oName);
+    const Spawn oSpawn(pszWorkingFolder ? static_cast<const char*>(oFolder) : nullptr);
     pid_t nId = 0;
-    int nErrno = oSettings.Start(!pszApplication, oProgram, oArguments, nId);
-    if (nErrno == ENOENT && !pszApplication)
+    int nErrno = oSpawn.Start(bSearch, strProgram.c_str(), oArguments, nId);
+    std::error_code oIgnored;
+    if (nErrno != 0 && pszWorkingFolder && !std::filesystem::is_directory(static_cast<const char*>(oFolder), oIgnored))
+        return Fail(ERROR_DIRECTORY, pid_t{0});
+    if (nErrno == ENOENT && bSearch)
         if (auto oXCopy = TranslateXCopy(oArguments); !oXCopy.empty())
-            nErrno = oSettings.Start(false, oXCopy[0].c_str(), oXCopy, nId);
-    if (nErrno == 0)
-        return nId;
-    return Fail(ErrorOnPath(oProgram, nErrno), pid_t{0});
+            nErrno = oSpawn.Start(false, oXCopy[0].c_str(), oXCopy, nId);
+    return nErrno == 0 ? nId : Fail(ErrorOnPath(oName, nErrno), pid_t{0});
 }
 }
 
@@ -115,11 +77,14 @@ BOOL win32::CreateProcessA(LPCSTR pszApplication, LPSTR pszCommandLine, LPSECURI
     if (!pszApplication && (!pszCommandLine || !*pszCommandLine))
         return Fail(ERROR_INVALID_PARAMETER, FALSE);
     return OrOutOfMemory(FALSE, [&] {
+        // First what may fail: a process without a handle would never be waited for.
+        const auto pNew = std::make_shared<Process>();
+        NewHandle oProcess(pNew), oThread(pNew);
         const pid_t nId = StartProcess(pszApplication, pszCommandLine, pszWorkingFolder);
         if (nId == 0)
             return FALSE;
-        const auto pStarted = std::make_shared<Process>(nId);
-        *pProcess = {OpenHandle(pStarted), OpenHandle(pStarted)};
+        pNew->SetId(nId);
+        *pProcess = {oProcess.Give(), oThread.Give()};
         return TRUE;
     });
 }

@@ -8,7 +8,8 @@
 std::FILE* win32::fopen(const char* pszPath, const char* pszMode)
 {
     return OrOutOfMemory<std::FILE*>(nullptr, [&]() -> std::FILE* {
-        std::FILE* const pFile = std::fopen(NativePath(pszPath), pszMode);
+        std::FILE* const pFile =
+            std::fopen(NativePath(pszPath), (std::string(pszMode) + 'e').c_str());   // not inherited
         struct stat oStatus;
         if (!pFile || ::fstat(::fileno(pFile), &oStatus) != 0 || !S_ISDIR(oStatus.st_mode))
             return pFile;

@@ -1,5 +1,6 @@
 #include "system/System.h"
 
+#include "CommandLine.h"
 #include "Errno.h"
 #include "Paths.h"
 
@@ -17,29 +18,12 @@ constexpr DWORD nKnownFlags =
     FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_IGNORE_INSERTS | FORMAT_MESSAGE_FROM_SYSTEM;
 constexpr DWORD nUsersLanguage = 0x400;
 
-// Quoted where the blanks in it would separate, by the rules that split it again.
-std::string Quoted(const std::string& strArgument)
-{
-    if (!strArgument.empty() && strArgument.find_first_of(" \t\"") == std::string::npos)
-        return strArgument;
-    std::string strQuoted = "\"";
-    std::size_t nBackslashes = 0;
-    for (const char ch : strArgument)
-    {
-        if (ch == '"')
-            strQuoted.append(nBackslashes + 1, '\\');
-        nBackslashes = ch == '\\' ? nBackslashes + 1 : 0;
-        strQuoted += ch;
-    }
-    return strQuoted.append(nBackslashes, '\\') + '"';
-}
-
 std::string MakeCommandLine()
 {
     std::ifstream oFile("/proc/self/cmdline", std::ios::binary);
     std::string strLine;
     for (std::string strArgument; std::getline(oFile, strArgument, '\0');)
-        strLine.append(strLine.empty() ? 0 : 1, ' ').append(Quoted(strArgument));
+        strLine.append(strLine.empty() ? 0 : 1, ' ').append(QuotedArgument(strArgument));
     return strLine;
 }
 }
@@ -67,13 +51,15 @@ DWORD win32::FormatMessageA(DWORD nFlags, LPCVOID pSource, DWORD nMessage, DWORD
     const int nErrno = ErrnoOfError(nMessage);
     if (nErrno < 0)
         return Fail(ERROR_MR_MID_NOT_FOUND, DWORD{0});
-    char achText[256];
-    const std::string strText = std::string(::strerror_r(nErrno, achText, sizeof achText)) + "\r\n";
-    char* const pszText = ::strdup(strText.c_str());
-    if (!pszText)
-        return Fail(ERROR_NOT_ENOUGH_MEMORY, DWORD{0});
-    std::memcpy(pszBuffer, &pszText, sizeof pszText);   // which is the place for a pointer
-    return static_cast<DWORD>(strText.size());
+    return OrOutOfMemory(DWORD{0}, [&] {
+        char achText[256];
+        const std::string strText = std::string(::strerror_r(nErrno, achText, sizeof achText)) + "\r\n";
+        char* const pszText = ::strdup(strText.c_str());
+        if (!pszText)
+            throw std::bad_alloc();
+        std::memcpy(pszBuffer, &pszText, sizeof pszText);   // which is the place for a pointer
+        return static_cast<DWORD>(strText.size());
+    });
 }
 
 HLOCAL win32::LocalFree(HLOCAL hMemory)
@@ -84,6 +70,9 @@ HLOCAL win32::LocalFree(HLOCAL hMemory)
 
 LPSTR win32::GetCommandLineA()
 {
-    static std::string s_strLine = MakeCommandLine();
-    return s_strLine.data();
+    static char s_szEmpty[] = "";
+    return OrOutOfMemory<LPSTR>(s_szEmpty, [] {
+        static std::string s_strLine = MakeCommandLine();
+        return s_strLine.data();
+    });
 }

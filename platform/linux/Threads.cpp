@@ -74,11 +74,8 @@ HANDLE win32::CreateThread(LPSECURITY_ATTRIBUTES pSecurity, SIZE_T nStackSize, L
     return OrOutOfMemory(HANDLE{}, [&] {
         const auto pThread = std::make_shared<Thread>(pStart, pArgument);
         auto pShare = std::make_unique<std::shared_ptr<Thread>>(pThread);
-        const HANDLE hThread = OpenHandle(pThread);
-        if (StartDetached(std::move(pShare)))
-            return hThread;
-        ForgetHandle(hThread);
-        return Fail(ERROR_NOT_ENOUGH_MEMORY, HANDLE{});
+        NewHandle oThread(pThread);
+        return StartDetached(std::move(pShare)) ? oThread.Give() : Fail(ERROR_NOT_ENOUGH_MEMORY, HANDLE{});
     });
 }
 

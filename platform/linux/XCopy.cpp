@@ -4,7 +4,6 @@
 #include "Paths.h"
 
 #include <algorithm>
-#include <filesystem>
 
 namespace
 {
@@ -29,14 +28,9 @@ std::vector<std::string> TranslateXCopy(const std::vector<std::string>& oArgumen
     if ((strName != "XCOPY" && strName != "XCOPY.EXE") || oArguments.size() < 3 ||
         !std::all_of(oArguments.begin() + 3, oArguments.end(), IsKnownSwitch))
         return {};
-    std::error_code oError;   // of a path that is empty, or a working folder that is gone
-    const auto absolute = [&oError](const std::string& str) {
-        return oError ? ""
-                      : std::filesystem::absolute(static_cast<const char*>(NativePath(str.c_str())), oError).string();
-    };
-    const std::string strFrom = absolute(oArguments[1]);
-    const std::string strTo = absolute(oArguments[2]);
-    if (oError)
+    const std::string strFrom = AbsolutePath(NativePath(oArguments[1].c_str()));
+    const std::string strTo = AbsolutePath(NativePath(oArguments[2].c_str()));
+    if (strFrom.empty() || strTo.empty())
         return {};
     return {"/bin/sh", "-c", pszScript, "xcopy", strFrom, strTo};
 }

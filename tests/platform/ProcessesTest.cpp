@@ -55,4 +55,14 @@ TEST(Processes, SayWhyTheyDoNotStart)
     ScratchFolder::Write(oFolder / "text", "x");
     EXPECT_EQ(ResultOf(nullptr, "no-such-program-anywhere x", oFolder / "."), -int{ERROR_FILE_NOT_FOUND});
     EXPECT_EQ(ResultOf((oFolder / "no\\such").c_str(), "x", oFolder / "."), -int{ERROR_PATH_NOT_FOUND});
+    EXPECT_EQ(ResultOf(strProgram.c_str(), "x", oFolder / "missing"), -int{ERROR_DIRECTORY});
+}
+
+TEST(Processes, AreFoundFromTheFolderOfTheirStarter)
+{
+    const ScratchFolder oFolder;
+    const std::filesystem::path oProgram(strProgram);
+    std::filesystem::current_path(oProgram.parent_path());
+    EXPECT_EQ(ResultOf(oProgram.filename().string().c_str(), "its-name a out", oFolder / "."), 2);
+    EXPECT_EQ(ScratchFolder::Read(oFolder / "out"), "<a><out>");
 }
