@@ -10,7 +10,8 @@ inline constexpr unsigned nFullAccess = ACL_READ | ACL_WRITE | ACL_EXECUTE;
 // What each account may do. The limit that a mask sets is in the bits already.
 using AccessEntries = std::map<Account, unsigned>;
 
-// Gives an account full access; whoever owns the file, or makes it, is judged as the owner alone.
+// Gives an account full access. The owner of a file is judged by the owner's entry alone, so what is granted to the
+// owner or to everyone goes into that one too.
 void Grant(AccessEntries& oEntries, const Account& oAccount, uid_t nOwner);
 
 // The entries that there are in every list, with no access.

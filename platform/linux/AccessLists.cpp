@@ -8,11 +8,12 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <vector>
 
 #include <sys/stat.h>
 
-// What a list is to callers: one block that free releases. Those of an object come first, then what it gives to
-// those below, then the accounts that are to be granted full access.
+// What a list is to callers: one block that free releases. It counts and holds the entries of three lists: the
+// object's own, the one that it hands down, and the accounts that are to be granted full access.
 struct ACL
 {
     struct Entry
@@ -101,13 +102,12 @@ void PutBackDefault(const char* pszFolder, const AccessEntries& oDefault)
 }
 
 // With what is granted; a folder also hands it down, and lets those who make something there have it.
-bool Write(const char* pszPath, const struct stat& oStatus, Lists oLists, const AccessEntries& oGranted)
+bool Write(const char* pszPath, const struct stat& oStatus, Lists oLists)
 {
     if (S_ISDIR(oStatus.st_mode) && oLists.oDefault.empty())
-        for (const unsigned nTag : {ACL_USER_OBJ, ACL_GROUP_OBJ, ACL_OTHER})
-            oLists.oDefault[{static_cast<acl_tag_t>(nTag)}] =
-                nTag == ACL_USER_OBJ ? nFullAccess : oLists.oAccess[{static_cast<acl_tag_t>(nTag)}];
-    for (const auto& [oAccount, nBits] : oGranted)
+        for (const auto& [oAccount, nNone] : NoAccess())
+            oLists.oDefault[oAccount] = oAccount.nTag == ACL_USER_OBJ ? nFullAccess : oLists.oAccess[oAccount];
+    for (const auto& [oAccount, nBits] : oLists.oGranted)
     {
         Grant(oLists.oAccess, oAccount, oStatus.st_uid);
         if (S_ISDIR(oStatus.st_mode))
@@ -129,29 +129,39 @@ bool Write(const char* pszPath, const struct stat& oStatus, Lists oLists, const 
     return false;
 }
 
-// As far as it goes: the object has its list by now. Links lead elsewhere.
-void HandDown(const char* pszFolder, const AccessEntries& oGranted)
+std::vector<std::filesystem::path> ContentOf(const std::filesystem::path& oFolder)
 {
-    namespace fs = std::filesystem;
-    std::error_code oIgnored;
-    fs::recursive_directory_iterator it(pszFolder, fs::directory_options::skip_permission_denied, oIgnored);
-    for (; !oIgnored && it != fs::recursive_directory_iterator(); it.increment(oIgnored))
+    std::vector<std::filesystem::path> oContent;
+    std::error_code oError;
+    for (std::filesystem::directory_iterator it(oFolder, oError), end; !oError && it != end; it.increment(oError))
+        oContent.push_back(it->path());
+    return oContent;
+}
+
+// As far as it goes, as the object has its list by now: what vanishes or cannot be read meanwhile is left out, and
+// nothing else. Links lead elsewhere.
+void HandDown(const std::filesystem::path& oFolder, const AccessEntries& oGranted)
+{
+    for (const auto& oPath : ContentOf(oFolder))
     {
-        Lists oLists;
+        Lists oLists{{}, {}, oGranted};
         struct stat oStatus;
-        if (::lstat(it->path().c_str(), &oStatus) == 0 && (S_ISREG(oStatus.st_mode) || S_ISDIR(oStatus.st_mode)) &&
-            Read(it->path().c_str(), S_ISDIR(oStatus.st_mode), oLists))
-            Write(it->path().c_str(), oStatus, oLists, oGranted);
+        if (::lstat(oPath.c_str(), &oStatus) != 0 || (!S_ISREG(oStatus.st_mode) && !S_ISDIR(oStatus.st_mode)))
+            continue;
+        if (Read(oPath.c_str(), S_ISDIR(oStatus.st_mode), oLists))
+            Write(oPath.c_str(), oStatus, oLists);
+        if (S_ISDIR(oStatus.st_mode))
+            HandDown(oPath, oGranted);
     }
 }
 
-std::optional<Account> AccountOfTrustee(const TRUSTEE_A& oTrustee)
+DWORD FindAccount(const TRUSTEE_A& oTrustee, Account& oFound)
 {
     if (oTrustee.TrusteeForm == TRUSTEE_IS_NAME)
-        return oTrustee.ptstrName ? AccountOf(oTrustee.ptstrName) : std::nullopt;
+        return FindAccount(OrEmpty(oTrustee.ptstrName), oFound);
     SID oSid;
     std::memcpy(&oSid, oTrustee.ptstrName, sizeof oSid);
-    return AccountOf(oSid);
+    return FindAccount(oSid, oFound);
 }
 
 // For the calls that give the error themselves.
@@ -193,11 +203,11 @@ DWORD win32::SetEntriesInAclA(ULONG nEntries, PEXPLICIT_ACCESSA pEntries, PACL p
         pEntries->grfInheritance != SUB_CONTAINERS_AND_OBJECTS_INHERIT)
         return ERROR_NOT_SUPPORTED;
     return ErrorOf([&] {
-        const auto oAccount = AccountOfTrustee(pEntries->Trustee);
-        if (!oAccount)
-            return ERROR_NONE_MAPPED;
+        Account oAccount{};
+        if (const DWORD nError = FindAccount(pEntries->Trustee, oAccount))
+            return nError;
         Lists oLists = Unpack(pOld);
-        oLists.oGranted[*oAccount] = nFullAccess;
+        oLists.oGranted[oAccount] = nFullAccess;
         *ppNew = Pack(oLists);
         return ERROR_SUCCESS;
     });
@@ -232,18 +242,18 @@ DWORD win32::SetNamedSecurityInfoA(LPSTR pszPath, SE_OBJECT_TYPE eType, SECURITY
         if (::stat(oPath, &oStatus) != 0)
             return ErrorOnPath(oPath, errno);
         Lists oLists = Unpack(pList);
+        const AccessEntries oGranted = oLists.oGranted;
         if (oLists.oAccess.empty())
         {
-            const AccessEntries oGranted = oLists.oGranted;
             const bool bProtected = nParts & PROTECTED_DACL_SECURITY_INFORMATION;
             oLists = bProtected ? Lists{NoAccess(), {}, {}} : Inherited(oPath, oStatus);
             oLists.oGranted = oGranted;
         }
-        if (!Write(oPath, oStatus, oLists, oLists.oGranted))
+        if (!Write(oPath, oStatus, std::move(oLists)))
             return ErrorOnPath(oPath, errno);
         if (S_ISDIR(oStatus.st_mode))
             OrOutOfMemory(false, [&] {   // which does not undo what is done
-                HandDown(oPath, oLists.oGranted);
+                HandDown(static_cast<const char*>(oPath), oGranted);
                 return true;
             });
         return ERROR_SUCCESS;

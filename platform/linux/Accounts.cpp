@@ -1,5 +1,8 @@
 #include "Accounts.h"
 
+#include "AccountRecord.h"
+#include "Errno.h"
+
 #include <algorithm>
 #include <charconv>
 #include <cstdint>
@@ -58,17 +61,6 @@ std::vector<std::uint64_t> NumbersOf(const std::string& strText)
     }
     return oNumbers;
 }
-
-// What getpwnam_r and getgrnam_r have in common: false if there is no such name.
-template <class Record, class Find>
-bool Look(Find find, const char* pszName, Record& oRecord)
-{
-    Record* pFound = nullptr;
-    std::vector<char> oBuffer(1024);
-    while (find(pszName, &oRecord, oBuffer.data(), oBuffer.size(), &pFound) == ERANGE)
-        oBuffer.resize(oBuffer.size() * 2);
-    return pFound;
-}
 }
 
 std::optional<SID> ParseSid(std::string strText)
@@ -91,29 +83,29 @@ std::optional<SID> ParseSid(std::string strText)
     return oSid;
 }
 
-std::optional<Account> AccountOf(const SID& oSid)
+DWORD FindAccount(const SID& oSid, Account& oFound)
 {
     const std::string strText = TextOf(oSid);
     for (const auto& oKnown : s_aWellKnown)
         if (strText == oKnown.pszSid)
-            return oKnown.oAccount;
+            return oFound = oKnown.oAccount, ERROR_SUCCESS;
     const BYTE anAuthority[] = {0, 0, 0, 0, 0, nUnixAuthority};
-    if (!std::ranges::equal(oSid.IdentifierAuthority, anAuthority) || oSid.SubAuthorityCount != 2)
-        return {};
-    if (oSid.SubAuthority[0] == nUnixUser)
-        return Account{ACL_USER, oSid.SubAuthority[1]};
-    if (oSid.SubAuthority[0] == nUnixGroup)
-        return Account{ACL_GROUP, oSid.SubAuthority[1]};
-    return {};
+    const DWORD nKind = oSid.SubAuthority[0];
+    if (!std::ranges::equal(oSid.IdentifierAuthority, anAuthority) || oSid.SubAuthorityCount != 2 ||
+        (nKind != nUnixUser && nKind != nUnixGroup))
+        return ERROR_NONE_MAPPED;
+    oFound = {nKind == nUnixUser ? ACL_USER : ACL_GROUP, oSid.SubAuthority[1]};
+    return ERROR_SUCCESS;
 }
 
-std::optional<Account> AccountOf(const char* pszName)
+DWORD FindAccount(const char* pszName, Account& oFound)
 {
-    passwd oUser;
-    if (Look(&::getpwnam_r, pszName, oUser))
-        return Account{ACL_USER, oUser.pw_uid};
-    group oGroup;
-    if (Look(&::getgrnam_r, pszName, oGroup))
-        return Account{ACL_GROUP, oGroup.gr_gid};
-    return {};
+    const AccountRecord oUser(&::getpwnam_r, pszName);
+    if (oUser)
+        return oFound = {ACL_USER, oUser->pw_uid}, ERROR_SUCCESS;
+    const AccountRecord oGroup(&::getgrnam_r, pszName);
+    if (oGroup)
+        return oFound = {ACL_GROUP, oGroup->gr_gid}, ERROR_SUCCESS;
+    const int nErrno = oUser.Errno() ? oUser.Errno() : oGroup.Errno();
+    return nErrno ? ErrorOfErrno(nErrno) : ERROR_NONE_MAPPED;
 }

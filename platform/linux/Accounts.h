@@ -19,7 +19,7 @@ struct Account
     auto operator<=>(const Account&) const = default;   // NOLINT(modernize-use-nullptr): of the compiler's own
 };
 
-// A SID in its binary form; none for a text that is none. The letters of the well-known ones stand for them too.
+// A SID in its binary form.
 struct SID
 {
     static constexpr std::size_t nMostSubAuthorities = 15;
@@ -29,8 +29,11 @@ struct SID
     BYTE IdentifierAuthority[6];   // the highest byte first
     DWORD SubAuthority[nMostSubAuthorities];
 };
+
+// From its text, S-1-..., or the two letters of a well-known one; none if it is malformed.
 std::optional<SID> ParseSid(std::string strText);
 
-// None if there is no such account here. Users and groups have the SIDs S-1-22-1 and S-1-22-2 with their number.
-std::optional<Account> AccountOf(const SID& oSid);
-std::optional<Account> AccountOf(const char* pszName);
+// ERROR_NONE_MAPPED if there is no such account here. Users and groups have the SIDs S-1-22-1 and S-1-22-2 with their
+// number.
+DWORD FindAccount(const SID& oSid, Account& oFound);
+DWORD FindAccount(const char* pszName, Account& oFound);

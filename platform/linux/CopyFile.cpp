@@ -32,20 +32,6 @@ bool CopyInKernel(int nSource, int nTarget, off_t nSize, off_t& nDone)
     return true;
 }
 
-bool WriteAll(int nTarget, const char* pData, std::size_t nCount)
-{
-    while (nCount > 0)
-    {
-        const ssize_t nWritten = ::write(nTarget, pData, nCount);
-        if (nWritten < 0 && errno != EINTR)
-            return false;
-        const auto nMore = static_cast<std::size_t>(std::max<ssize_t>(nWritten, 0));
-        pData += nMore;
-        nCount -= nMore;
-    }
-    return true;
-}
-
 // To the end of the source, which may lie elsewhere than its size says: some systems tell none.
 bool CopyBytes(int nSource, int nTarget, off_t nSize)
 {
@@ -58,10 +44,12 @@ bool CopyBytes(int nSource, int nTarget, off_t nSize)
         const ssize_t nRead = ::read(nSource, achBlock, nBlock);
         if (nRead == 0)
             return true;
-        if ((nRead < 0 && errno != EINTR) ||
-            (nRead > 0 && !WriteAll(nTarget, achBlock, static_cast<std::size_t>(nRead))))
+        if (nRead < 0 && errno != EINTR)
             return false;
-        nDone += std::max<ssize_t>(nRead, 0);
+        const auto nBytes = std::max<ssize_t>(nRead, 0);
+        if (WriteAll(nTarget, achBlock, static_cast<std::size_t>(nBytes)) != static_cast<std::size_t>(nBytes))
+            return false;
+        nDone += nBytes;
     }
     return true;
 }
@@ -94,6 +82,9 @@ BOOL CopyLink(const char* pszSource, const char* pszTarget)
 BOOL CopyContent(int nSource, const struct stat& oSource, const char* pszTarget)
 {
     struct stat oTarget;
+    // A copy onto itself, which would be emptied: its lock tells, but not on a file system without any.
+    if (::stat(pszTarget, &oTarget) == 0 && oTarget.st_ino == oSource.st_ino && oTarget.st_dev == oSource.st_dev)
+        return Fail(ERROR_SHARING_VIOLATION, FALSE);
     // Writable at first, also where the copy is to be read-only.
     const Descriptor oWrite =
         OpenFile(pszTarget, GENERIC_WRITE, 0, CREATE_ALWAYS, (oSource.st_mode & ACCESSPERMS) | S_IWUSR, oTarget);

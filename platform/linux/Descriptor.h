@@ -1,6 +1,7 @@
 // A file of the kernel, closed with its owner.
 #pragma once
 
+#include <cstddef>
 #include <utility>
 
 #include <unistd.h>
@@ -27,3 +28,6 @@ public:
 private:
     int m_nDescriptor;
 };
+
+// Writes all of it, whatever signals come: the count that was written, with errno where it is less.
+std::size_t WriteAll(int nDescriptor, const void* pData, std::size_t nCount);

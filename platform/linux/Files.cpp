@@ -62,16 +62,11 @@ BOOL win32::WriteFile(HANDLE hFile, LPCVOID pData, DWORD nCount, LPDWORD pnWritt
     if (pOverlapped)
         return Fail(ERROR_NOT_SUPPORTED, FALSE);
     *pnWritten = 0;
-    do
-    {
-        const auto nMore = OnFile(hFile, [&](int nDescriptor) {
-            return ::write(nDescriptor, static_cast<const char*>(pData) + *pnWritten, nCount - *pnWritten);
-        });
-        if (nMore < 0)
-            return FALSE;
-        *pnWritten += static_cast<DWORD>(nMore);
-    } while (*pnWritten < nCount);
-    return TRUE;
+    const auto pFile = FindObjectOf<File>(hFile);
+    if (!pFile)
+        return Fail(ERROR_INVALID_HANDLE, FALSE);
+    *pnWritten = static_cast<DWORD>(WriteAll(pFile->oDescriptor.Get(), pData, nCount));
+    return *pnWritten == nCount ? TRUE : FailByErrno(FALSE);
 }
 
 BOOL win32::GetFileSizeEx(HANDLE hFile, PLARGE_INTEGER pnSize)

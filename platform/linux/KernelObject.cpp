@@ -55,6 +55,16 @@ bool ForgetHandle(HANDLE hObject)
     return true;
 }
 
+void LockHandles()
+{
+    Table().oLock.lock();
+}
+
+void UnlockHandles()
+{
+    Table().oLock.unlock();
+}
+
 BOOL win32::CloseHandle(HANDLE hObject)
 {
     return ForgetHandle(hObject) ? TRUE : Fail(ERROR_INVALID_HANDLE, FALSE);

@@ -27,6 +27,10 @@ std::shared_ptr<KernelObject> FindObject(HANDLE hObject);
 // False if the handle stands for nothing.
 bool ForgetHandle(HANDLE hObject);
 
+// Keep all other threads out of the table over a fork, which would leave the child one that they were at work in.
+void LockHandles();
+void UnlockHandles();
+
 // A handle that is forgotten again unless it is given away.
 class NewHandle
 {

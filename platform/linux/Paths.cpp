@@ -28,6 +28,12 @@ bool HasFolder(std::string strPath)
 }
 }
 
+bool Exists(const char* pszNativePath)
+{
+    struct stat oStatus;
+    return ::lstat(pszNativePath, &oStatus) == 0;
+}
+
 std::string AbsolutePath(const NativePath& oPath)
 {
     std::error_code oError;

@@ -18,6 +18,9 @@ private:
     std::string m_strPath;
 };
 
+// Whether there is anything of that name, if only a link that leads nowhere.
+bool Exists(const char* pszNativePath);
+
 // From the root; empty for an empty path, and where the working folder is gone.
 std::string AbsolutePath(const NativePath& oPath);
 

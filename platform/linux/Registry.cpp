@@ -80,12 +80,18 @@ public:
     static Connection& Instance();
 
 private:
+    // The locks in the order of all calls.
     static void BeforeFork()
     {
         Instance().m_oLock.lock();
         Instance().m_oStore.reset();
+        LockHandles();
     }
-    static void AfterFork() { Instance().m_oLock.unlock(); }
+    static void AfterFork()
+    {
+        UnlockHandles();
+        Instance().m_oLock.unlock();
+    }
 
     std::mutex m_oLock;
     std::string m_strPath;

@@ -1,5 +1,6 @@
 #include "RegistryFile.h"
 
+#include "AccountRecord.h"
 #include "Descriptor.h"
 #include "Errno.h"
 #include "Sqlite.h"
@@ -8,7 +9,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
-#include <vector>
 
 #include <fcntl.h>
 #include <pwd.h>
@@ -64,12 +64,8 @@ std::filesystem::path FolderOfVariable(const char* pszName)
 
 std::filesystem::path HomeOfAccount()
 {
-    std::vector<char> achTexts(1024);
-    passwd oAccount;
-    passwd* pFound = nullptr;
-    while (::getpwuid_r(::geteuid(), &oAccount, achTexts.data(), achTexts.size(), &pFound) == ERANGE)
-        achTexts.resize(achTexts.size() * 2);
-    return pFound && pFound->pw_dir && *pFound->pw_dir == '/' ? pFound->pw_dir : "/";
+    const AccountRecord oAccount(&::getpwuid_r, ::geteuid());
+    return oAccount && oAccount->pw_dir && *oAccount->pw_dir == '/' ? oAccount->pw_dir : "/";
 }
 
 std::filesystem::path UserPath()
@@ -100,7 +96,8 @@ void RemoveJournals(const std::string& strPath)
         ::unlink((strPath + pszEnd).c_str());
 }
 
-// A database in the making. What a process left of one is removed before, and this one's unless it was renamed after.
+// A database in the making. What a process that was killed has left of one goes first, and this one at the end, unless
+// it has got its name by then.
 struct Unfinished
 {
     explicit Unfinished(std::string str) : strPath(std::move(str)) { Remove(); }

@@ -23,6 +23,6 @@ std::string RegistryPath();
 void CreateRegistryFile(const std::string& strPath);
 
 // Throws RegistryFailure unless the file is a registry by its first bytes and, without a log, its size. SQLite is not
-// let near another's file: it could find a journal there, and act on it. Nobody in the process may have the file
-// open: closing it ends the locks of all.
+// let near another's file: it could find a journal there, and act on it. Only while this process has no connection to
+// the file: closing any descriptor of a file drops all locks that the process holds on it, those of SQLite too.
 void RequireRegistryFile(const std::string& strPath);

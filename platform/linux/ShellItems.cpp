@@ -1,6 +1,5 @@
 #include "ShellItems.h"
 
-#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
@@ -17,29 +16,27 @@ WORD LengthAt(const BYTE* pItem)
     return nLength;
 }
 
-void Append(std::basic_string<BYTE>& oBytes, const std::string& strName)
+void Append(std::string& strBytes, const std::string& strName)
 {
     const auto nLength = static_cast<WORD>(nLengthSize + strName.size());
-    BYTE abLength[nLengthSize];
-    std::memcpy(abLength, &nLength, nLengthSize);
-    oBytes.append(abLength, nLengthSize).append(strName.begin(), strName.end());
+    strBytes.append(reinterpret_cast<const char*>(&nLength), nLengthSize).append(strName);
 }
 }
 
 ITEMIDLIST* ItemsOf(const std::string& strPath)
 {
-    std::basic_string<BYTE> oBytes;
+    std::string strBytes;
     for (const auto& oPart : std::filesystem::path(strPath).lexically_normal())
     {
         if (oPart.native().size() > nMostInItem)
             return nullptr;
         if (!oPart.empty())   // what stands behind a last slash
-            Append(oBytes, oPart.native());
+            Append(strBytes, oPart.native());
     }
-    oBytes.append(nLengthSize, 0);
-    auto* const pItems = static_cast<ITEMIDLIST*>(std::malloc(oBytes.size()));
+    strBytes.append(nLengthSize, 0);
+    auto* const pItems = static_cast<ITEMIDLIST*>(std::malloc(strBytes.size()));
     if (pItems)
-        std::copy(oBytes.begin(), oBytes.end(), reinterpret_cast<BYTE*>(pItems));
+        std::memcpy(pItems, strBytes.data(), strBytes.size());
     return pItems;
 }
 

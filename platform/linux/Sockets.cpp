@@ -1,5 +1,6 @@
 #include "system/Sockets.h"
 
+#include "Descriptor.h"
 #include "Failure.h"
 #include "platform/Immortal.h"
 #include "platform/Table.h"
@@ -9,8 +10,7 @@
 #include <map>
 #include <memory>
 #include <mutex>
-
-#include <unistd.h>
+#include <utility>
 
 namespace
 {
@@ -51,12 +51,9 @@ Result FailBySocketErrno(Result failure) noexcept
 class Socket
 {
 public:
-    explicit Socket(int nDescriptor) noexcept : m_nDescriptor(nDescriptor) {}
-    ~Socket() { ::close(m_nDescriptor); }
-    Socket(const Socket&) = delete;
-    Socket& operator=(const Socket&) = delete;
+    explicit Socket(Descriptor oOpen) noexcept : m_oDescriptor(std::move(oOpen)) {}
 
-    int Descriptor() const noexcept { return m_nDescriptor; }
+    int Get() const noexcept { return m_oDescriptor.Get(); }
 
     void SetListening() noexcept { m_bListening = true; }
 
@@ -64,11 +61,11 @@ public:
     void WakeListener() const noexcept
     {
         if (m_bListening)
-            ::shutdown(m_nDescriptor, SHUT_RDWR);
+            ::shutdown(Get(), SHUT_RDWR);
     }
 
 private:
-    const int m_nDescriptor;
+    const Descriptor m_oDescriptor;
     std::atomic<bool> m_bListening = false;
 };
 
@@ -105,7 +102,7 @@ private:
     SOCKET m_nNext = 1;
 };
 
-SocketTable& Sockets()
+SocketTable& OpenSockets()
 {
     static Immortal<SocketTable> s_oTable;
     return *s_oTable;
@@ -115,12 +112,12 @@ SocketTable& Sockets()
 template <class Call>
 auto OnSocket(SOCKET hSocket, Call call) -> decltype(call(0))
 {
-    const auto pSocket = Sockets().Find(hSocket);
+    const auto pSocket = OpenSockets().Find(hSocket);
     if (!pSocket)
         return Fail(WSAENOTSOCK, static_cast<decltype(call(0))>(-1));
     for (;;)
     {
-        const auto nResult = call(pSocket->Descriptor());
+        const auto nResult = call(pSocket->Get());
         if (nResult >= 0)
             return nResult;
         if (errno != EINTR)
@@ -128,22 +125,10 @@ auto OnSocket(SOCKET hSocket, Call call) -> decltype(call(0))
     }
 }
 
-std::shared_ptr<Socket> Own(int nDescriptor)
+SOCKET OpenSocket(Descriptor oOpen)
 {
-    try
-    {
-        return std::make_shared<Socket>(nDescriptor);
-    }
-    catch (...)
-    {
-        ::close(nDescriptor);
-        throw;
-    }
-}
-
-SOCKET OpenSocket(int nDescriptor)
-{
-    return OrOutOfMemory(INVALID_SOCKET, [&] { return Sockets().Open(Own(nDescriptor)); });
+    return OrOutOfMemory(INVALID_SOCKET,
+                         [&] { return OpenSockets().Open(std::make_shared<Socket>(std::move(oOpen))); });
 }
 }
 
@@ -163,8 +148,8 @@ int win32::WSACleanup()
 
 SOCKET win32::socket(int nFamily, int nType, int nProtocol)
 {
-    const int nDescriptor = ::socket(nFamily, nType | SOCK_CLOEXEC, nProtocol);
-    return nDescriptor < 0 ? FailBySocketErrno(INVALID_SOCKET) : OpenSocket(nDescriptor);
+    Descriptor oOpen(::socket(nFamily, nType | SOCK_CLOEXEC, nProtocol));
+    return oOpen ? OpenSocket(std::move(oOpen)) : FailBySocketErrno(INVALID_SOCKET);
 }
 
 // Windows lets a port be opened again while connections of the listener before it linger; Linux has to be told.
@@ -180,7 +165,7 @@ int win32::bind(SOCKET hSocket, const sockaddr* pAddress, int nLength)
 int win32::listen(SOCKET hSocket, int nBacklog)
 {
     const int nResult = OnSocket(hSocket, [&](int nDescriptor) { return ::listen(nDescriptor, nBacklog); });
-    if (const auto pSocket = Sockets().Find(hSocket); pSocket && nResult == 0)
+    if (const auto pSocket = OpenSockets().Find(hSocket); pSocket && nResult == 0)
         pSocket->SetListening();
     return nResult;
 }
@@ -189,9 +174,9 @@ SOCKET win32::accept(SOCKET hSocket, sockaddr* pAddress, int* pnLength)
 {
     if (pAddress || pnLength)
         return Fail(ERROR_NOT_SUPPORTED, INVALID_SOCKET);
-    const int nDescriptor =
-        OnSocket(hSocket, [](int nListening) { return ::accept4(nListening, nullptr, nullptr, SOCK_CLOEXEC); });
-    return nDescriptor < 0 ? INVALID_SOCKET : OpenSocket(nDescriptor);
+    Descriptor oOpen(
+        OnSocket(hSocket, [](int nListening) { return ::accept4(nListening, nullptr, nullptr, SOCK_CLOEXEC); }));
+    return oOpen ? OpenSocket(std::move(oOpen)) : INVALID_SOCKET;
 }
 
 int win32::recv(SOCKET hSocket, char* pBuffer, int nLength, int nFlags)
@@ -211,7 +196,7 @@ int win32::send(SOCKET hSocket, const char* pData, int nLength, int nFlags)
 
 int win32::closesocket(SOCKET hSocket)
 {
-    const auto pSocket = Sockets().Remove(hSocket);
+    const auto pSocket = OpenSockets().Remove(hSocket);
     if (!pSocket)
         return Fail(WSAENOTSOCK, SOCKET_ERROR);
     pSocket->WakeListener();

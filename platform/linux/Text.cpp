@@ -24,9 +24,9 @@ int win32::MultiByteToWideChar(UINT nCodePage, DWORD nFlags, LPCSTR pszText, int
     if (nCodePage != CP_ACP || nFlags != MB_PRECOMPOSED || nText != -1 || !pszText || !pszWide || nWide < 0)
         return Fail(ERROR_NOT_SUPPORTED, 0);
     return OrOutOfMemory(0, [&] {
-        const auto oWide = Widened(pszText);   // and a zero
-        const auto nUnits = std::min(oWide.size() + 1, static_cast<std::size_t>(nWide));
-        std::copy_n(oWide.c_str(), nUnits, pszWide);
-        return nUnits > oWide.size() ? static_cast<int>(nUnits) : Fail(ERROR_INSUFFICIENT_BUFFER, 0);
+        const auto strWide = Widened(pszText);   // and a zero
+        const auto nUnits = std::min(strWide.size() + 1, static_cast<std::size_t>(nWide));
+        std::copy_n(strWide.c_str(), nUnits, pszWide);
+        return nUnits > strWide.size() ? static_cast<int>(nUnits) : Fail(ERROR_INSUFFICIENT_BUFFER, 0);
     });
 }

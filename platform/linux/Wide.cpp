@@ -1,54 +1,18 @@
 #include "Wide.h"
 
-#include <bit>
-#include <cstddef>
+#include "Utf8.h"
 
 namespace
 {
-constexpr char32_t nFirstHigh = 0xD800;   // of two surrogates
-constexpr char32_t nFirstLow = 0xDC00;
-constexpr char32_t nFirstInTwo = 0x10000;
-constexpr char32_t nLastOfAll = 0x10FFFF;
-
 bool IsLow(char32_t ch) noexcept
 {
     return ch >= nFirstLow && ch < nFirstLow + 0x400;
 }
-
-// The character at the text's beginning and its length; length 0 if there is none.
-std::size_t Decode(std::string_view strText, char32_t& ch)
-{
-    constexpr char32_t aFirstOfLength[] = {0, 0, 0x80, 0x800, nFirstInTwo};
-    const auto nLead = static_cast<unsigned char>(strText[0]);
-    const auto nLength = nLead < 0x80 ? std::size_t{1} : static_cast<std::size_t>(std::countl_one(nLead));
-    if (nLead < 0x80)
-        return ch = nLead, 1;
-    if (nLength < 2 || nLength > 4 || nLength > strText.size())
-        return 0;
-    ch = nLead & (0x7FU >> nLength);
-    for (const char chNext : strText.substr(1, nLength - 1))
-    {
-        if ((chNext & 0xC0) != 0x80)
-            return 0;
-        ch = ch << 6 | (static_cast<unsigned char>(chNext) & 0x3FU);
-    }
-    const bool bSurrogate = ch >= nFirstHigh && ch < nFirstLow + 0x400;
-    return ch < aFirstOfLength[nLength] || ch > nLastOfAll || bSurrogate ? 0 : nLength;
 }
 
-void Encode(char32_t ch, std::string& strText)
+std::u16string Widened(std::string_view strText)
 {
-    const std::size_t nMore = ch < 0x80 ? 0 : ch < 0x800 ? 1 : ch < nFirstInTwo ? 2 : 3;
-    constexpr unsigned aLead[] = {0, 0xC0, 0xE0, 0xF0};
-    strText += static_cast<char>(aLead[nMore] | ch >> (6 * nMore));
-    for (std::size_t n = nMore; n-- > 0;)
-        strText += static_cast<char>(0x80 | (ch >> (6 * n) & 0x3F));
-}
-}
-
-WideText Widened(std::string_view strText)
-{
-    WideText oWide;
+    std::u16string strWide;
     while (!strText.empty())
     {
         char32_t ch = 0;
@@ -56,11 +20,11 @@ WideText Widened(std::string_view strText)
         if (nLength == 0)
             ch = nFirstLow + static_cast<unsigned char>(strText[0]);
         if (ch >= nFirstInTwo)
-            oWide += static_cast<WCHAR>(nFirstHigh + ((ch - nFirstInTwo) >> 10));
-        oWide += static_cast<WCHAR>(ch >= nFirstInTwo ? nFirstLow + ((ch - nFirstInTwo) & 0x3FF) : ch);
+            strWide += static_cast<char16_t>(nFirstHigh + ((ch - nFirstInTwo) >> 10));
+        strWide += static_cast<char16_t>(ch >= nFirstInTwo ? nFirstLow + ((ch - nFirstInTwo) & 0x3FF) : ch);
         strText.remove_prefix(nLength ? nLength : 1);
     }
-    return oWide;
+    return strWide;
 }
 
 std::string Narrowed(const WCHAR* pszWide)

@@ -7,7 +7,5 @@
 #include <string>
 #include <string_view>
 
-using WideText = std::basic_string<WCHAR>;
-
-WideText Widened(std::string_view strText);
+std::u16string Widened(std::string_view strText);
 std::string Narrowed(const WCHAR* pszWide);
