@@ -29,10 +29,16 @@ bool HasControlCharacter(std::string_view strText)
     });
 }
 
+CString AsCString(std::string_view strText)
+{
+    return {std::string(strText)};
+}
+
 const Scheme* FindScheme(std::string_view strName)
 {
+    const CString strWanted = AsCString(strName);
     for (const Scheme& oScheme : s_aSchemes)
-        if (CString(std::string(strName)).CompareNoCase(oScheme.pszName) == 0)
+        if (strWanted.CompareNoCase(oScheme.pszName) == 0)
             return &oScheme;
     return nullptr;
 }
@@ -54,11 +60,6 @@ std::size_t FindPortColon(std::string_view strServer)
 {
     const std::size_t nBracket = strServer.starts_with('[') ? strServer.find(']') : std::string_view::npos;
     return std::min(strServer.find(':', nBracket == std::string_view::npos ? 0 : nBracket), strServer.size());
-}
-
-CString Text(std::string_view strText)
-{
-    return {std::string(strText)};
 }
 }
 
@@ -89,8 +90,8 @@ bool AfxParseURL(const CString& strUrl, DWORD& nServiceType, CString& strServer,
         return false;
 
     nServiceType = pScheme->nServiceType;
-    strServer = Text(strAuthority.substr(0, nColon));
-    strObject = Text(strRest.substr(nObject));
+    strServer = AsCString(strAuthority.substr(0, nColon));
+    strObject = AsCString(strRest.substr(nObject));
     nPort = *nFound;
     return true;
 }

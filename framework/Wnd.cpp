@@ -58,7 +58,8 @@ LRESULT CALLBACK CWnd::Dispatch(HWND hWnd, UINT nMessage, WPARAM wParam, LPARAM 
     if (!pWnd)
         return UserInterface().DefWindowProcA(hWnd, nMessage, wParam, lParam);
     const LRESULT nResult = pWnd->WindowProc(nMessage, wParam, lParam);
-    if (nMessage == WM_NCDESTROY)   // the last one
+    // After the last one, at which an object may have deleted itself.
+    if (nMessage == WM_NCDESTROY && UserInterface().GetPropA(hWnd, s_szObject) == pWnd)
         pWnd->UnsubclassWindow();
     return nResult;
 }

@@ -1,9 +1,12 @@
 #include "CredentialsPrompt.h"
 
+#include "Descriptor.h"
 #include "Desktop.h"
 #include "platform/Memory.h"
 
 #include <cerrno>
+#include <csignal>
+#include <iterator>
 #include <mutex>
 
 #include <fcntl.h>
@@ -14,26 +17,63 @@ namespace
 {
 constexpr char chCancel = 3;   // Ctrl-C
 
+// While the terminal's mode is changed, puts it back also for a signal that would end the process at once. What the
+// host does about a signal is its own affair. One at a time, as a handler knows nothing but what is static.
+class PutBackAtSignals
+{
+public:
+    PutBackAtSignals(int nTerminal, const termios& oMode)
+    {
+        s_nTerminal = nTerminal;
+        s_oMode = oMode;
+        struct sigaction oAction = {};
+        oAction.sa_handler = &PutBack;
+        oAction.sa_flags = static_cast<int>(SA_RESETHAND);
+        for (std::size_t n = 0; n < std::size(s_anEnding); ++n)
+            if (sigaction(s_anEnding[n], nullptr, &m_aoBefore[n]) == 0 && m_aoBefore[n].sa_handler == SIG_DFL)
+                sigaction(s_anEnding[n], &oAction, nullptr);
+    }
+    ~PutBackAtSignals()
+    {
+        for (std::size_t n = 0; n < std::size(s_anEnding); ++n)
+            if (m_aoBefore[n].sa_handler == SIG_DFL)
+                sigaction(s_anEnding[n], &m_aoBefore[n], nullptr);
+    }
+    PutBackAtSignals(const PutBackAtSignals&) = delete;
+    PutBackAtSignals& operator=(const PutBackAtSignals&) = delete;
+
+private:
+    static void PutBack(int nSignal)
+    {
+        tcsetattr(s_nTerminal, TCSANOW, &s_oMode);
+        raise(nSignal);   // which now does what it always does
+    }
+
+    static constexpr int s_anEnding[] = {SIGHUP, SIGINT, SIGQUIT, SIGTERM};
+    static inline int s_nTerminal = -1;
+    static inline termios s_oMode{};
+    struct sigaction m_aoBefore[std::size(s_anEnding)] = {};
+};
+
 // The process's terminal, with its mode put back at the end.
 class Terminal
 {
 public:
-    Terminal() : m_nFile(open("/dev/tty", O_RDWR | O_NOCTTY | O_CLOEXEC))
+    Terminal() : m_oFile(open("/dev/tty", O_RDWR | O_NOCTTY | O_CLOEXEC))
     {
         // A process in the background would be stopped by reading.
-        m_bUsable = m_nFile >= 0 && tcgetpgrp(m_nFile) == getpgrp() && tcgetattr(m_nFile, &m_oModeBefore) == 0;
+        if (m_oFile && tcgetpgrp(m_oFile.Get()) == getpgrp() && tcgetattr(m_oFile.Get(), &m_oModeBefore) == 0)
+            m_oPutBack.emplace(m_oFile.Get(), m_oModeBefore);
     }
     ~Terminal()
     {
-        if (m_bUsable)
-            tcsetattr(m_nFile, TCSAFLUSH, &m_oModeBefore);
-        if (m_nFile >= 0)
-            close(m_nFile);
+        if (IsUsable())
+            tcsetattr(m_oFile.Get(), TCSAFLUSH, &m_oModeBefore);
     }
     Terminal(const Terminal&) = delete;
     Terminal& operator=(const Terminal&) = delete;
 
-    bool IsUsable() const noexcept { return m_bUsable; }
+    bool IsUsable() const noexcept { return m_oPutBack.has_value(); }
 
     // A line; nothing if the user gives up.
     std::optional<std::string> Ask(const std::string& strPrompt, bool bEcho)
@@ -44,7 +84,7 @@ public:
         oMode.c_lflag |= ICANON;
         oMode.c_iflag |= ICRNL;
         oMode.c_cc[VEOL] = chCancel;
-        if (tcsetattr(m_nFile, TCSAFLUSH, &oMode) != 0 || !Write(strPrompt))
+        if (tcsetattr(m_oFile.Get(), TCSAFLUSH, &oMode) != 0 || !Write(strPrompt))
             return std::nullopt;
         std::optional<std::string> strLine = ReadLine();
         if (!bEcho || !strLine)
@@ -55,7 +95,7 @@ public:
 private:
     bool Write(const std::string& strText) const
     {
-        return write(m_nFile, strText.data(), strText.size()) == static_cast<ssize_t>(strText.size());
+        return WriteAll(m_oFile.Get(), strText.data(), strText.size()) == strText.size();
     }
 
     std::optional<std::string> ReadLine() const
@@ -64,7 +104,7 @@ private:
         for (;;)
         {
             char ch = 0;
-            const ssize_t nRead = read(m_nFile, &ch, 1);
+            const ssize_t nRead = read(m_oFile.Get(), &ch, 1);
             if (nRead < 0 && errno == EINTR)
                 continue;
             if (nRead != 1 || ch == chCancel)
@@ -75,9 +115,9 @@ private:
         }
     }
 
-    int m_nFile;
-    bool m_bUsable = false;
+    const Descriptor m_oFile;
     termios m_oModeBefore{};
+    std::optional<PutBackAtSignals> m_oPutBack;
 };
 
 std::optional<Credentials> AskInWindow(const DesktopCalls& oDesktop, const std::string& strWhat)

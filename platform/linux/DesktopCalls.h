@@ -12,7 +12,7 @@ struct DesktopBrowse
     bool bValidate;      // ask pfnRefused about a typed text that is no folder
     bool bFoldersOnly;   // the desktop itself is no choice
 
-    void* pContext;   // for the functions, which run during the call
+    void* pContext;   // for the functions, which run during the call and throw nothing
     void (*pfnOpened)(void* pContext, DesktopBrowser* pBrowser);
     void (*pfnSelected)(void* pContext, const char* pszPath);   // empty: the desktop
     int (*pfnRefused)(void* pContext, const char* pszTyped);    // 0: close without a choice; otherwise stay open
@@ -29,6 +29,7 @@ struct DesktopCalls
     void (*pfnEnableOk)(DesktopBrowser* pBrowser, bool bEnable);
     void (*pfnSetOkText)(DesktopBrowser* pBrowser, const char* pszText);
     const char* (*pfnCaption)(DesktopBrowser* pBrowser);
+    void (*pfnCancel)(DesktopBrowser* pBrowser);
 
     // Waits until the user has read it. The owner may be null.
     void (*pfnShowError)(DesktopBrowser* pOwner, const char* pszText, const char* pszCaption);

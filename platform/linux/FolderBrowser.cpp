@@ -11,9 +11,11 @@
 #include "platform/OrEmpty.h"
 #include "system/Files.h"
 
+#include <exception>
+
 namespace
 {
-// Where the desktop module offers no window, there is none.
+// The folder browser as a window of its caller's, whose handle is good from its opening to its end.
 class BrowserWindow final : public Window
 {
 public:
@@ -45,6 +47,9 @@ class Browse
 {
 public:
     Browse(const DesktopCalls& oDesktop, const BROWSEINFOA& oInfo) : m_oDesktop(oDesktop), m_oInfo(oInfo) {}
+    ~Browse() { ForgetHandle(m_hWindow); }
+    Browse(const Browse&) = delete;
+    Browse& operator=(const Browse&) = delete;
 
     Malloced<char> Run()
     {
@@ -62,23 +67,60 @@ public:
         return Malloced<char>(m_oDesktop.pfnBrowse(&oRequest));
     }
 
+    // Behind the run, as nothing may be thrown through the window's own code, which is C.
+    void ThrowWhatAHookThrew() const
+    {
+        if (m_pThrown)
+            std::rethrow_exception(m_pThrown);
+    }
+
 private:
+    // Ends the browse when the body throws; afterwards no hook is called.
+    template <class Body>
+    void Guarded(Body body) noexcept
+    {
+        if (m_pThrown)
+            return;
+        try
+        {
+            body();
+        }
+        catch (...)
+        {
+            m_pThrown = std::current_exception();
+            m_oDesktop.pfnCancel(m_pBrowser);
+        }
+    }
+
     static void Opened(void* pThis, DesktopBrowser* pBrowser)
     {
         auto& oThis = *static_cast<Browse*>(pThis);
-        oThis.m_hWindow = OpenWindow(std::make_shared<BrowserWindow>(oThis.m_oDesktop, pBrowser));
-        oThis.Tell(BFFM_INITIALIZED, 0);
+        oThis.m_pBrowser = pBrowser;
+        oThis.Guarded([&] {
+            oThis.m_hWindow = OpenWindow(std::make_shared<BrowserWindow>(oThis.m_oDesktop, pBrowser));
+            oThis.Tell(BFFM_INITIALIZED, 0);
+        });
     }
     static void Selected(void* pThis, const char* pszPath)
     {
-        if (const Malloced<ITEMIDLIST> pItems{ItemsOf(pszPath)})
-            static_cast<Browse*>(pThis)->Tell(BFFM_SELCHANGED, reinterpret_cast<LPARAM>(pItems.get()));
+        auto& oThis = *static_cast<Browse*>(pThis);
+        oThis.Guarded([&] {
+            if (const Malloced<ITEMIDLIST> pItems{ItemsOf(pszPath)})
+                oThis.Tell(BFFM_SELCHANGED, reinterpret_cast<LPARAM>(pItems.get()));
+        });
     }
     static int Refused(void* pThis, const char* pszTyped)
     {
-        return static_cast<Browse*>(pThis)->Tell(BFFM_VALIDATEFAILEDA, reinterpret_cast<LPARAM>(pszTyped));
+        auto& oThis = *static_cast<Browse*>(pThis);
+        int nStayOpen = 0;
+        oThis.Guarded([&] { nStayOpen = oThis.Tell(BFFM_VALIDATEFAILEDA, reinterpret_cast<LPARAM>(pszTyped)); });
+        return nStayOpen;
     }
-    static void Closing(void* pThis) { CloseWindow(static_cast<Browse*>(pThis)->m_hWindow); }
+    static void Closing(void* pThis)
+    {
+        auto& oThis = *static_cast<Browse*>(pThis);
+        oThis.Guarded([&] { CloseWindow(oThis.m_hWindow); });
+    }
 
     int Tell(UINT nMessage, LPARAM nValue) const
     {
@@ -87,21 +129,27 @@ private:
 
     const DesktopCalls& m_oDesktop;
     const BROWSEINFOA& m_oInfo;
+    DesktopBrowser* m_pBrowser = nullptr;
     HWND m_hWindow = nullptr;
+    std::exception_ptr m_pThrown;
 };
 }
 
 ITEMIDLIST* win32::SHBrowseForFolderA(BROWSEINFOA* pInfo)
 {
+    constexpr ITEMIDLIST* pNone = nullptr;
     const DesktopCalls* const pDesktop = Desktop();
     if (!pDesktop)
-        return Fail(ERROR_CANCELLED, static_cast<ITEMIDLIST*>(nullptr));
-    return OrOutOfMemory(static_cast<ITEMIDLIST*>(nullptr), [&]() -> ITEMIDLIST* {
-        const Malloced<char> pszChosen = Browse(*pDesktop, *pInfo).Run();
+        return Fail(ERROR_CANCELLED, pNone);
+    Browse oBrowse(*pDesktop, *pInfo);
+    Malloced<ITEMIDLIST> pItems(OrOutOfMemory(pNone, [&] {
+        const Malloced<char> pszChosen = oBrowse.Run();
         if (!pszChosen)
-            return Fail(ERROR_CANCELLED, static_cast<ITEMIDLIST*>(nullptr));
+            return Fail(ERROR_CANCELLED, pNone);
         if (pInfo->pszDisplayName)
             pInfo->pszDisplayName[ShownName(pszChosen.get()).copy(pInfo->pszDisplayName, MAX_PATH - 1)] = 0;
         return ItemsOf(pszChosen.get());
-    });
+    }));
+    oBrowse.ThrowWhatAHookThrew();
+    return pItems.release();
 }

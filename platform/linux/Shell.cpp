@@ -32,7 +32,7 @@ public:
     ULONG Release() override { return 1; }
 };
 
-class DesktopFolder final : public Eternal<IShellFolder>
+class ShellDesktop final : public Eternal<IShellFolder>
 {
 public:
     // The item of a folder or file that is there. Without a path it is the desktop itself.
@@ -52,7 +52,7 @@ public:
             if (*oPath && ::stat(oPath, &oStatus) != 0)
                 return ResultOf(ErrorOnPath(oPath, errno));
             *ppItem = ItemsOf(static_cast<const char*>(oPath));
-            return *ppItem ? HRESULT{0} : E_OUTOFMEMORY;
+            return *ppItem ? S_OK : E_OUTOFMEMORY;
         });
     }
 
@@ -64,7 +64,7 @@ public:
             const std::string strPath = PathOf(*pItem);
             pName->uType = STRRET_CSTR;
             CopyCut(nFlags & SHGDN_FORPARSING ? strPath : ShownName(strPath), pName->cStr, sizeof pName->cStr);
-            return HRESULT{0};
+            return S_OK;
         });
     }
 };
@@ -76,20 +76,20 @@ public:
     void Free(void* pBlock) override { std::free(pBlock); }
 };
 
-constinit DesktopFolder s_oDesktop;
+constinit ShellDesktop s_oShellDesktop;
 constinit Allocator s_oAllocator;
 }
 
 HRESULT win32::SHGetDesktopFolder(IShellFolder** ppFolder)
 {
-    *ppFolder = &s_oDesktop;
-    return 0;
+    *ppFolder = &s_oShellDesktop;
+    return S_OK;
 }
 
 HRESULT win32::SHGetMalloc(IMalloc** ppMalloc)
 {
     *ppMalloc = &s_oAllocator;
-    return 0;
+    return S_OK;
 }
 
 BOOL win32::SHGetPathFromIDListA(const ITEMIDLIST* pItem, LPSTR pszPath)
@@ -110,6 +110,6 @@ HRESULT win32::StrRetToBufA(STRRET* pName, const ITEMIDLIST*, LPSTR pszBuffer, U
         return E_INVALIDARG;
     return OrOutOfMemory(E_OUTOFMEMORY, [&] {
         CopyCut(pName->cStr, pszBuffer, nSize);
-        return HRESULT{0};
+        return S_OK;
     });
 }

@@ -1,4 +1,4 @@
-// SQLite, with failures as exceptions and results that clean up after themselves.
+// SQLite for the registry, with failures as exceptions and results that clean up after themselves.
 #pragma once
 
 #include "RegistryFailure.h"

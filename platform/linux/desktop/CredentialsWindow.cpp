@@ -1,4 +1,4 @@
-#include "Windows.h"
+#include "Dialogs.h"
 
 #include <cstring>
 

@@ -1,39 +1,7 @@
-#include "Windows.h"
-
-GtkWidget* NewDialog(const char* pszCaption, GtkWidget** ppOk)
-{
-    GtkWidget* const pDialog = gtk_dialog_new();
-    gtk_window_set_title(GTK_WINDOW(pDialog), pszCaption);
-    gtk_window_set_position(GTK_WINDOW(pDialog), GTK_WIN_POS_CENTER);
-    gtk_container_set_border_width(GTK_CONTAINER(pDialog), 8);
-    gtk_dialog_add_button(GTK_DIALOG(pDialog), "_Cancel", GTK_RESPONSE_CANCEL);
-    *ppOk = gtk_dialog_add_button(GTK_DIALOG(pDialog), "_OK", GTK_RESPONSE_OK);
-    gtk_dialog_set_default_response(GTK_DIALOG(pDialog), GTK_RESPONSE_OK);
-    gtk_box_set_spacing(GTK_BOX(gtk_dialog_get_content_area(GTK_DIALOG(pDialog))), 8);
-    return pDialog;
-}
-
-void DestroyWindow(GtkWidget* pWindow)
-{
-    gtk_widget_destroy(pWindow);
-    while (gtk_events_pending())
-        gtk_main_iteration();
-}
+#include "Dialogs.h"
 
 namespace
 {
-void ShowError(DesktopBrowser* pOwner, const char* pszText, const char* pszCaption)
-{
-    const MainContext oContext;
-    if (!oContext)
-        return;
-    GtkWidget* const pDialog = gtk_message_dialog_new(WindowOf(pOwner), GTK_DIALOG_MODAL, GTK_MESSAGE_ERROR,
-                                                      GTK_BUTTONS_OK, "%s", Shown(pszText).c_str());
-    gtk_window_set_title(GTK_WINDOW(pDialog), Shown(pszCaption).c_str());
-    gtk_dialog_run(GTK_DIALOG(pDialog));
-    DestroyWindow(pDialog);
-}
-
 // A host that has no windows of its own keeps its locale.
 bool StartGtk()
 {
@@ -46,8 +14,8 @@ bool StartGtk()
     return gtk_init_check(nullptr, nullptr);
 }
 
-constexpr DesktopCalls s_oCalls = {
-    &BrowseForFolder, &SelectFolder, &EnableOk, &SetOkText, &CaptionOf, &ShowError, &AskForCredentialsInWindow};
+constexpr DesktopCalls s_oCalls = {&BrowseForFolder, &SelectFolder, &EnableOk,  &SetOkText,
+                                   &CaptionOf,       &CancelBrowse, &ShowError, &AskForCredentialsInWindow};
 }
 
 extern "C" __attribute__((visibility("default"))) const DesktopCalls* ZevrinDesktop()

@@ -1,7 +1,7 @@
 // A tree of folders, read from the disk as it is opened.
 #pragma once
 
-#include "Windows.h"
+#include "Dialogs.h"
 
 #include <filesystem>
 #include <functional>

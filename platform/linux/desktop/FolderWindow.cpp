@@ -21,11 +21,13 @@ public:
     GtkWindow* Window() const noexcept { return GTK_WINDOW(m_pDialog); }
     GtkWidget* OkButton() const noexcept { return m_pOk; }
     void EnableOk(bool bEnable);
+    void Cancel();
 
 private:
     void AddEntry(GtkContainer* pContent);
     void OnSelected(const fs::path& oFolder);
     static void OnChanged(GtkEditable* pEntry, gpointer pThis);
+    static void OnCursor(GtkTreeView* pTree, gpointer pThis);
     bool IsTyped() const;
     std::optional<fs::path> FolderTyped() const;
 
@@ -35,7 +37,8 @@ private:
     GtkWidget* m_pEntry = nullptr;   // null: none
     std::string m_strShown;          // what the edit box showed last by itself
     bool m_bOpen = false;
-    bool m_bOk = true;   // as the selection or the host last had it
+    bool m_bCanceled = false;   // by the host; before the dialog runs it cannot be told
+    bool m_bOk = true;          // as the selection or the host last had it
     FolderTree m_oTree{m_oBrowse.pszRoot, [this](const fs::path& oFolder) { OnSelected(oFolder); }};
 };
 
@@ -50,6 +53,7 @@ DesktopBrowser::DesktopBrowser(const DesktopBrowse& oBrowse) : m_oBrowse(oBrowse
     GtkWidget* const pScroll = gtk_scrolled_window_new(nullptr, nullptr);
     gtk_scrolled_window_set_shadow_type(GTK_SCROLLED_WINDOW(pScroll), GTK_SHADOW_IN);
     gtk_widget_set_vexpand(pScroll, TRUE);
+    g_signal_connect(m_oTree.Widget(), "cursor-changed", G_CALLBACK(OnCursor), this);
     gtk_container_add(GTK_CONTAINER(pScroll), m_oTree.Widget());
     gtk_container_add(pContent, pScroll);
     if (m_oBrowse.bEditBox)
@@ -90,6 +94,23 @@ void DesktopBrowser::EnableOk(bool bEnable)
     gtk_widget_set_sensitive(m_pOk, bEnable);
 }
 
+void DesktopBrowser::Cancel()
+{
+    m_bCanceled = true;
+    gtk_dialog_response(GTK_DIALOG(m_pDialog), GTK_RESPONSE_CANCEL);
+}
+
+// A click on the folder that is selected already takes it instead of what was typed. To the tree that is no change.
+void DesktopBrowser::OnCursor(GtkTreeView*, gpointer pThis)
+{
+    auto& oThis = *static_cast<DesktopBrowser*>(pThis);
+    const std::unique_ptr<GdkEvent, decltype(&gdk_event_free)> pEvent(gtk_get_current_event(), &gdk_event_free);
+    const bool bClicked = pEvent && (pEvent->type == GDK_BUTTON_PRESS || pEvent->type == GDK_BUTTON_RELEASE);
+    const auto oSelected = oThis.m_oTree.Selected();
+    if (bClicked && oSelected && oThis.IsTyped())
+        oThis.OnSelected(*oSelected);
+}
+
 // What is typed can be tried, whatever is selected.
 void DesktopBrowser::OnChanged(GtkEditable*, gpointer pThis)
 {
@@ -112,12 +133,15 @@ std::optional<fs::path> DesktopBrowser::FolderTyped() const
     if (strTyped.empty() || !oFolder.is_absolute() || !fs::is_directory(oFolder, oIgnored))
         return std::nullopt;
     // Two dots behind a link lead to where it points, which the text alone does not tell.
-    return strTyped.find("..") == std::string::npos ? oFolder.lexically_normal() : fs::canonical(oFolder);
+    if (strTyped.find("..") == std::string::npos)
+        return oFolder.lexically_normal();
+    const fs::path oReal = fs::canonical(oFolder, oIgnored);
+    return oReal.empty() ? std::nullopt : std::optional(oReal);   // it is gone by now
 }
 
 std::optional<fs::path> DesktopBrowser::Run()
 {
-    while (gtk_dialog_run(GTK_DIALOG(m_pDialog)) == GTK_RESPONSE_OK)
+    while (!m_bCanceled && gtk_dialog_run(GTK_DIALOG(m_pDialog)) == GTK_RESPONSE_OK)
     {
         if (IsTyped())
         {
@@ -169,6 +193,11 @@ void SetOkText(DesktopBrowser* pBrowser, const char* pszText)
 {
     gtk_button_set_use_underline(GTK_BUTTON(pBrowser->OkButton()), FALSE);
     gtk_button_set_label(GTK_BUTTON(pBrowser->OkButton()), Shown(pszText).c_str());
+}
+
+void CancelBrowse(DesktopBrowser* pBrowser)
+{
+    pBrowser->Cancel();
 }
 
 const char* CaptionOf(DesktopBrowser* pBrowser)

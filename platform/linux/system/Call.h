@@ -1,5 +1,5 @@
 // An entry of a service's table: named, typed and bound to our function of that name. Ours stand in
-// a namespace, because some of them (gethostbyaddr, later send and recv) share their name with a
+// a namespace, because some of them (gethostbyaddr, send, recv) share their name with a
 // function of the C library that promises less. None is noexcept: a replacement has to fit both targets.
 #pragma once
 

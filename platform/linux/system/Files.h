@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ZevrinUtils/Types.h"
+#include "Basics.h"
 
 inline const HANDLE INVALID_HANDLE_VALUE = reinterpret_cast<HANDLE>(~std::uintptr_t{0});
 
@@ -33,9 +33,6 @@ using LPWIN32_FIND_DATAA = WIN32_FIND_DATAA*;
 
 struct OVERLAPPED;   // never passed: null only
 using LPOVERLAPPED = OVERLAPPED*;
-
-struct SECURITY_ATTRIBUTES;   // never passed: null only
-using LPSECURITY_ATTRIBUTES = SECURITY_ATTRIBUTES*;
 
 namespace win32
 {

@@ -1,7 +1,7 @@
 // The calls give their error number as the result.
 #pragma once
 
-#include "ZevrinUtils/Types.h"
+#include "Basics.h"
 #include "system/Errors.h"
 
 using LPBYTE = BYTE*;
@@ -21,9 +21,7 @@ inline constexpr REGSAM KEY_ENUMERATE_SUB_KEYS = 0x8;
 inline constexpr REGSAM KEY_READ = 0x20019;
 inline constexpr REGSAM KEY_ALL_ACCESS = 0xF003F;
 
-struct FILETIME;              // never passed: null only
-struct SECURITY_ATTRIBUTES;   // likewise
-using LPSECURITY_ATTRIBUTES = SECURITY_ATTRIBUTES*;
+struct FILETIME;   // never passed: null only
 
 namespace win32
 {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Basics.h"
 #include "ZevrinUtils/ShellTypes.h"
 
 inline constexpr HRESULT E_INVALIDARG = static_cast<HRESULT>(0x80070057);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ZevrinUtils/Types.h"
+#include "Basics.h"
 
 inline constexpr DWORD INFINITE = 0xFFFFFFFF;
 inline constexpr DWORD WAIT_OBJECT_0 = 0;
@@ -10,11 +10,6 @@ inline constexpr DWORD MAXIMUM_WAIT_OBJECTS = 64;
 
 inline constexpr DWORD STILL_ACTIVE = 259;
 
-inline constexpr HRESULT S_OK = 0;
-inline constexpr HRESULT S_FALSE = 1;
-
-struct SECURITY_ATTRIBUTES;   // never passed: null only
-using LPSECURITY_ATTRIBUTES = SECURITY_ATTRIBUTES*;
 using LPTHREAD_START_ROUTINE = DWORD (*)(LPVOID);
 
 namespace win32

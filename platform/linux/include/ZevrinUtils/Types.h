@@ -43,7 +43,7 @@ using SIZE_T = std::size_t;
 using DWORD_PTR = std::uintptr_t;
 using HANDLE = void*;
 using HMODULE = void*;
-using HWND = struct HWND__*;   // NOLINT(bugprone-reserved-identifier): as above
+using HWND = struct HWND__*;   // NOLINT(bugprone-reserved-identifier): exported names hold it
 using WNDPROC = LRESULT (*)(HWND hWindow, UINT nMessage, WPARAM wParam, LPARAM lParam);
 
 // A key of the registry, and the root of those that belong to the machine. What the exported names of both targets

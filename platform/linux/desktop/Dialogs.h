@@ -1,4 +1,4 @@
-// The module's windows, and what they share.
+// The module's dialogs, and what they share.
 #pragma once
 
 #include "DesktopCalls.h"
@@ -45,6 +45,9 @@ void SelectFolder(DesktopBrowser* pBrowser, const char* pszPath);
 void EnableOk(DesktopBrowser* pBrowser, bool bEnable);
 void SetOkText(DesktopBrowser* pBrowser, const char* pszText);
 const char* CaptionOf(DesktopBrowser* pBrowser);
+void CancelBrowse(DesktopBrowser* pBrowser);
 GtkWindow* WindowOf(DesktopBrowser* pBrowser);   // null for null
+
+void ShowError(DesktopBrowser* pOwner, const char* pszText, const char* pszCaption);
 
 bool AskForCredentialsInWindow(const char* pszWhat, char** ppszUser, char** ppszPassword);

@@ -34,16 +34,16 @@ hostent* win32::gethostbyaddr(const char* pAddress, int nLength, int nFamily)
     oAddress.sin_family = AF_INET;
     std::memcpy(&oAddress.sin_addr, pAddress, sizeof oAddress.sin_addr);
 
-    thread_local char s_szName[NI_MAXHOST];
-    const int nResult = getnameinfo(reinterpret_cast<const sockaddr*>(&oAddress), sizeof oAddress, s_szName,
-                                    sizeof s_szName, nullptr, 0, NI_NAMEREQD);
+    thread_local char t_szName[NI_MAXHOST];
+    const int nResult = getnameinfo(reinterpret_cast<const sockaddr*>(&oAddress), sizeof oAddress, t_szName,
+                                    sizeof t_szName, nullptr, 0, NI_NAMEREQD);
     if (nResult != 0)
         return Fail(LookupError(nResult), static_cast<hostent*>(nullptr));
 
-    thread_local hostent s_oHost;
-    s_oHost = hostent{};
-    s_oHost.h_name = s_szName;
-    s_oHost.h_addrtype = AF_INET;
-    s_oHost.h_length = sizeof(in_addr);
-    return &s_oHost;
+    thread_local hostent t_oHost;
+    t_oHost = hostent{};
+    t_oHost.h_name = t_szName;
+    t_oHost.h_addrtype = AF_INET;
+    t_oHost.h_length = sizeof(in_addr);
+    return &t_oHost;
 }
