@@ -87,7 +87,7 @@ private:
         }
         catch (...)
         {
-            m_pThrown = std::current_exception();
+            m_pThrown = m_pThrown ? m_pThrown : std::current_exception();   // a hook within a hook may have thrown
             m_oDesktop.pfnCancel(m_pBrowser);
         }
     }
