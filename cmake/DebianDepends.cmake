@@ -2,7 +2,7 @@
 # needs is recommended: without it the library works and has no windows.
 file(MAKE_DIRECTORY ${CPACK_ZEVRIN_BINARY_DIR}/DEBIAN)   # by which it takes the build tree for the package
 execute_process(
-  COMMAND dpkg-shlibdeps -O -Ldebian/shlibs -x${CPACK_DEBIAN_RUNTIME_PACKAGE_NAME}
+  COMMAND dpkg-shlibdeps -O -llib -Ldebian/shlibs -x${CPACK_DEBIAN_RUNTIME_PACKAGE_NAME}
     -dRecommends -e./lib/zevrinutils/libZevrinDesktop.so
     -dDepends -e./lib/libZevrinUtils.so -e./lib/libFendrel.so -e./bin/zvu
   WORKING_DIRECTORY ${CPACK_ZEVRIN_BINARY_DIR} OUTPUT_VARIABLE needs COMMAND_ERROR_IS_FATAL ANY)
