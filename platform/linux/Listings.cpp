@@ -6,8 +6,10 @@
 #include <algorithm>
 #include <cstring>
 #include <string_view>
+#include <vector>
 
 #include <dirent.h>
+#include <fcntl.h>
 #include <sys/stat.h>
 
 namespace
@@ -31,13 +33,16 @@ bool IsDots(const char* pszName) noexcept
 class Listing final : public KernelObject
 {
 public:
-    Listing(const Folder& pFolder, const char* pszFolder) : m_strFolder(std::string(pszFolder) + '/')
+    explicit Listing(const Folder& pFolder)
     {
         errno = 0;
         while (const dirent* const pEntry = ::readdir(pFolder.get()))
+        {
             // A backslash in a name would be read as a separator, and lead a walk to a stranger or out of its tree.
             if (!IsDots(pEntry->d_name) && !std::strchr(pEntry->d_name, '\\'))
-                ((m_strEntries += static_cast<char>(pEntry->d_type)) += pEntry->d_name) += '\0';
+                m_oEntries.push_back({pEntry->d_name, SizeOf(::dirfd(pFolder.get()), *pEntry)});
+            errno = 0;
+        }
         m_nErrno = errno;
     }
 
@@ -45,16 +50,19 @@ public:
     {
         if (m_nDots < std::size(s_apszDots))
             return Give(s_apszDots[m_nDots++], 0, oFound);
-        if (m_nNext == m_strEntries.size())
+        if (m_nNext == m_oEntries.size())
             return Fail(m_nErrno ? ErrorOfErrno(m_nErrno) : ERROR_NO_MORE_FILES, FALSE);
-        const char chType = m_strEntries[m_nNext];
-        const char* const pszName = m_strEntries.c_str() + m_nNext + 1;
-        const std::uint64_t nSize = SizeOf(static_cast<unsigned char>(chType), pszName);
-        m_nNext += 1 + std::strlen(pszName) + 1;
-        return Give(pszName, nSize, oFound);
+        const Entry& oEntry = m_oEntries[m_nNext++];
+        return Give(oEntry.strName, oEntry.nSize, oFound);
     }
 
 private:
+    struct Entry
+    {
+        std::string strName;
+        std::uint64_t nSize;
+    };
+
     static BOOL Give(std::string_view strName, std::uint64_t nSize, WIN32_FIND_DATAA& oFound)
     {
         oFound.nFileSizeHigh = static_cast<DWORD>(nSize >> 32);
@@ -65,20 +73,19 @@ private:
     }
 
     // Nothing but a file has one.
-    std::uint64_t SizeOf(unsigned char nType, const char* pszName) const
+    static std::uint64_t SizeOf(int nFolder, const dirent& oEntry)
     {
         struct stat oStatus;
-        if ((nType != DT_REG && nType != DT_UNKNOWN) || ::lstat((m_strFolder + pszName).c_str(), &oStatus) != 0 ||
-            !S_ISREG(oStatus.st_mode))
+        if ((oEntry.d_type != DT_REG && oEntry.d_type != DT_UNKNOWN) ||
+            ::fstatat(nFolder, oEntry.d_name, &oStatus, AT_SYMLINK_NOFOLLOW) != 0 || !S_ISREG(oStatus.st_mode))
             return 0;
         return static_cast<std::uint64_t>(oStatus.st_size);
     }
 
-    const std::string m_strFolder;
-    std::string m_strEntries;   // of each its type, its name and a zero
-    std::size_t m_nNext = 0;    // where the next one stands
-    std::size_t m_nDots = 0;    // delivered so far
-    int m_nErrno = 0;           // why the entries end, where not because there are no more
+    std::vector<Entry> m_oEntries;
+    std::size_t m_nNext = 0;
+    std::size_t m_nDots = 0;   // delivered so far
+    int m_nErrno = 0;          // why the entries end, where not because there are no more
 };
 
 // A folder that is missing is no missing file.
@@ -103,7 +110,7 @@ HANDLE win32::FindFirstFileA(LPCSTR pszPattern, LPWIN32_FIND_DATAA pFound)
         const Folder pFolder(::opendir(pszFolder));
         if (!pFolder)
             return Fail(ErrorOfListing(pszFolder), INVALID_HANDLE_VALUE);
-        const auto pListing = std::make_shared<Listing>(pFolder, pszFolder);
+        const auto pListing = std::make_shared<Listing>(pFolder);
         pListing->Next(*pFound);
         return OpenHandle(pListing);
     });
