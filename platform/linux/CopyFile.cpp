@@ -82,9 +82,6 @@ BOOL CopyLink(const char* pszSource, const char* pszTarget)
 BOOL CopyContent(int nSource, const struct stat& oSource, const char* pszTarget)
 {
     struct stat oTarget;
-    // A copy onto itself, which would be emptied: its lock tells, but not on a file system without any.
-    if (::stat(pszTarget, &oTarget) == 0 && oTarget.st_ino == oSource.st_ino && oTarget.st_dev == oSource.st_dev)
-        return Fail(ERROR_SHARING_VIOLATION, FALSE);
     // Writable at first, also where the copy is to be read-only.
     const Descriptor oWrite =
         OpenFile(pszTarget, GENERIC_WRITE, 0, CREATE_ALWAYS, (oSource.st_mode & ACCESSPERMS) | S_IWUSR, oTarget);
