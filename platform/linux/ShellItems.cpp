@@ -1,5 +1,6 @@
 #include "ShellItems.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
@@ -36,7 +37,7 @@ ITEMIDLIST* ItemsOf(const std::string& strPath)
     strBytes.append(nLengthSize, 0);
     auto* const pItems = static_cast<ITEMIDLIST*>(std::malloc(strBytes.size()));
     if (pItems)
-        std::memcpy(pItems, strBytes.data(), strBytes.size());
+        std::copy(strBytes.begin(), strBytes.end(), reinterpret_cast<char*>(pItems));
     return pItems;
 }
 
