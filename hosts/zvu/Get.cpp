@@ -7,6 +7,7 @@
 
 #include "ZevrinUtils/HttpServices.h"
 
+#include <csignal>
 #include <iostream>
 
 namespace
@@ -60,7 +61,7 @@ int GetToOutput(CHttpServices& oClient, const Options& oOptions)
     MakeBinary(eStandardOutput);
     if (!IsTerminal(eStandardOutput))
         std::cout.rdbuf()->pubsetbuf(s_achOutput, sizeof s_achOutput);
-    WatchForInterrupt();
+    WatchForInterrupt(SIGINT);
     CString strError;
     CString strNewHost;
     auto eResult = CHttpServices::eHttpReqOK;

@@ -8,6 +8,7 @@
 #include "ZevrinUtils/Generators.h"
 
 #include <condition_variable>
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <mutex>
@@ -111,7 +112,7 @@ int GetToFile(CHttpServices& oClient, const std::string& strUrl, const std::stri
     PartialFile oFile(strFile);
     CString strError;
     int bDone = 0;
-    WatchForInterrupt();
+    WatchForInterrupt(SIGINT);
     {
         FileWatch oWatch(oFile);
         bDone = oClient.bGetURLFileAndWriteToFile(strUrl, oFile.Path(), bUnique, &strError);

@@ -18,10 +18,9 @@ void OnSignal(int nSignal)
 }
 }
 
-void WatchForInterrupt()
+void WatchForInterrupt(int nSignal)
 {
-    std::signal(SIGINT, &OnSignal);
-    std::signal(SIGTERM, &OnSignal);
+    std::signal(nSignal, &OnSignal);
 }
 
 bool IsInterrupted()

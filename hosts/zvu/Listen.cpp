@@ -6,6 +6,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <csignal>
 #include <iostream>
 #include <mutex>
 #include <thread>
@@ -58,7 +59,8 @@ int Listen(const Options& oOptions)
     if (!oListener.Start(oOptions.nPort, &Serve))
         return Fail("port " + std::to_string(oOptions.nPort) + " cannot be opened");
 
-    WatchForInterrupt();
+    WatchForInterrupt(SIGINT);
+    WatchForInterrupt(SIGTERM);
     std::cerr << "zvu: listening on port " << oOptions.nPort << "; Ctrl-C stops" << std::endl;
     while (!IsInterrupted() && !oService.IsDone())
         std::this_thread::sleep_for(nPollPause);
