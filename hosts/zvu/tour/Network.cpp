@@ -64,7 +64,7 @@ Outcome AskWhatIsKnown()
 }
 
 // What a host sees of the library's inside when it asks for it.
-Outcome TraceOneAsk()
+Outcome TraceSingleAsk()
 {
     static std::atomic<int> nRecords;
     auto& oTrace = *CSTrace::instance();
@@ -105,5 +105,5 @@ void ShowResolver(Guide& oGuide, const Surroundings&)
     });
     oGuide.Show("the same, until the name is known", &AskUntilKnown);
     oGuide.Show(Text("the same, ", Grouped(nAsks), " times more"), &AskWhatIsKnown);
-    oGuide.Show("what does one ask trace?", &TraceOneAsk);
+    oGuide.Show("what does one ask trace?", &TraceSingleAsk);
 }
