@@ -40,8 +40,8 @@ int CodeFile(const char* pszInputFile, const char* pszOutputFile, BYTE*& pBlock,
         return 0;
 
     const auto nLength = static_cast<unsigned int>(oInput.GetLength());   // modulo 4 GiB
-    for (unsigned long long nOffset = 0;
-         nOffset < nLength;)   // never ends if the file is cut short meanwhile: Read then gives 0 for ever
+    // Never ends if the file is cut short meanwhile: Read then gives 0 for ever.
+    for (unsigned long long nOffset = 0; nOffset < nLength;)
     {
         if (!pBlock)
             pBlock = new BYTE[nBlockSize];
