@@ -40,7 +40,9 @@ endif()
 # Whose code is in the files: header libraries of Debian's, and on Windows the compiler's run time beside them.
 set(others libspdlog-dev libfmt-dev libcli11-dev)
 if(WIN32)
-  list(APPEND others gcc-mingw-w64-i686-posix-runtime mingw-w64-i686-dev)
+  string(REGEX REPLACE "-w64-.*" "" processor ${ZEVRIN_TRIPLE})   # as Debian's packages spell it
+  string(REPLACE _ - processor ${processor})
+  list(APPEND others gcc-mingw-w64-${processor}-posix-runtime mingw-w64-${processor}-dev)
 endif()
 file(READ ${PROJECT_SOURCE_DIR}/cmake/copyright.txt copyright)
 foreach(package ${others})

@@ -104,7 +104,11 @@ endfunction()
 # The compiler's run-time DLLs, which the Windows programs need beside them; without the symbols, nine tenths of them.
 if(WIN32)
   set(ZEVRIN_RUNTIME_DLLS)
-  foreach(dll libstdc++-6.dll libgcc_s_dw2-1.dll libwinpthread-1.dll)
+  set(unwinder libgcc_s_seh-1.dll)
+  if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+    set(unwinder libgcc_s_dw2-1.dll)
+  endif()
+  foreach(dll libstdc++-6.dll ${unwinder} libwinpthread-1.dll)
     execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=${dll}
       OUTPUT_VARIABLE path OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
     set(own ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/${dll})

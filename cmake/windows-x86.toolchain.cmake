@@ -1,15 +1,5 @@
-# 32-bit Windows by the mingw-w64 cross compiler with POSIX threads; its programs run under Wine.
-set(CMAKE_SYSTEM_NAME Windows)
+# 32-bit Windows.
+set(ZEVRIN_WINDOWS x86)
 set(CMAKE_SYSTEM_PROCESSOR x86)
-
-set(CMAKE_CXX_COMPILER i686-w64-mingw32-g++-posix)
-set(CMAKE_C_COMPILER i686-w64-mingw32-gcc-posix)
-set(CMAKE_RC_COMPILER i686-w64-mingw32-windres)
-
-set(CMAKE_FIND_ROOT_PATH /usr/i686-w64-mingw32)
-set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
-set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
-set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
-set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
-
-set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_LIST_DIR}/../tools/wine)
+set(ZEVRIN_TRIPLE i686-w64-mingw32)
+include(${CMAKE_CURRENT_LIST_DIR}/windows.toolchain.cmake)

@@ -127,10 +127,10 @@ int CALLBACK CFolderDialog::CallbackProc(HWND hWindow, UINT nMessage, LPARAM nVa
             oDialog.UnsubclassWindow();
         oDialog.SubclassWindow(hWindow);
     }
-    return oDialog.OnMessage(nMessage, static_cast<long>(nValue));
+    return oDialog.OnMessage(nMessage, nValue);
 }
 
-int CFolderDialog::OnMessage(unsigned int nMessage, long nValue)
+int CFolderDialog::OnMessage(unsigned int nMessage, LPARAM nValue)
 {
     switch (nMessage)
     {

@@ -5,7 +5,8 @@ set -euo pipefail
 
 project_root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 cache_dir=${ZEVRIN_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/zevrinutils}
-wine_root=$cache_dir/wine32-root
+wine_root=$cache_dir/wine-i386
+emulator_file=$cache_dir/qemu-i386
 
 say() { printf '== %s\n' "$*" >&2; }
 
@@ -13,6 +14,21 @@ die() {
     printf '\n%s\n' "$*" >&2
     exit 1
 }
+
+# A command's help is the comment that it begins with.
+help_text() { sed -n '2,/^[^#]/s/^# \{0,1\}//p' "$0"; }
+
+refuse_arguments() {
+    help_text >&2
+    exit 2
+}
+
+case ${1:-} in
+    -h | --help)
+        help_text
+        exit
+        ;;
+esac
 
 as_root() {
     if [ "$(id -u)" = 0 ]; then
@@ -41,14 +57,27 @@ need_packages() {
         die "apt could not install: ${missing[*]}. Its message is above."
 }
 
+# The mirror that has this machine's own packages.
+own_mirror() {
+    local mirror
+    mirror=$(. /etc/os-release && apt-get indextargets 'Created-By: Packages' \
+        --format '$(RELEASE) $(CODENAME) $(COMPONENT) $(REPO_URI)' |
+        awk -v own="$VERSION_CODENAME" '$3 == "main" && ($1 == own || $2 == own) && !found++ { print $4 }')
+    [ -n "$mirror" ] || die "This machine's apt sources name no mirror of its own packages."
+    echo "$mirror"
+}
+
 need_linux_build() {
     need_packages build-essential cmake ninja-build ccache python3 libspdlog-dev libfmt-dev libcli11-dev googletest \
         libacl1-dev libcurl4-openssl-dev libsqlite3-dev libssl-dev uuid-dev
 }
 
+# x86 or x64
 need_windows_build() {
+    local processor=x86-64
+    [ "$1" = x64 ] || processor=i686
     need_linux_build
-    need_packages g++-mingw-w64-i686-posix
+    need_packages "g++-mingw-w64-$processor-posix"
 }
 
 # What the tests use beside the compiler.
@@ -57,19 +86,37 @@ need_test_parts() {
         xdotool xvfb
 }
 
-# A Wine that runs 32-bit programs: the machine's own, or one in a root directory of its own.
+# A Wine that runs the programs of a target, x86 or x64. Where this machine cannot run them, exits with 77.
 need_wine() {
-    "$project_root/tools/wine" --check && return 0
-    if (. /etc/os-release && [ "$ID" = debian ]); then
-        need_packages debootstrap
-        as_root env ZEVRIN_CACHE="$cache_dir" "$project_root/tools/make-wine-root"
-    else
-        as_root dpkg --add-architecture i386
-        need_packages wine wine32:i386
-    fi
-    "$project_root/tools/wine" --check ||
-        die "Wine is installed, but it does not start a 32-bit program on this machine."
+    "$project_root/tools/prepare-wine" "$1" || exit
 }
+
+# The smallest 32-bit program: its header, and exit(42) in three instructions.
+write_32_bit_program() {
+    local program=$cache_dir/exit-42
+    printf %b '\x7fELF\x01\x01\x01\0\0\0\0\0\0\0\0\0\x02\0\x03\0\x01\0\0\0\x54\x80\x04\x08\x34\0\0\0\0\0\0\0' \
+        '\0\0\0\0\x34\0\x20\0\x01\0\0\0\0\0\0\0' \
+        '\x01\0\0\0\0\0\0\0\0\x80\x04\x08\0\x80\x04\x08\x60\0\0\0\x60\0\0\0\x05\0\0\0\0\x10\0\0' \
+        '\xb8\x01\0\0\0\xbb\x2a\0\0\0\xcd\x80' >"$program"
+    chmod +x "$program"
+}
+
+# Whether the kernel itself runs 32-bit programs, or is to be taken for one that does.
+runs_32_bit() {
+    local status=0
+    "$cache_dir/exit-42" 2>/dev/null || status=$?
+    [ "$status" = 42 ] && [ -z "${ZEVRIN_EMULATE:-}" ]
+}
+
+# In namespaces of its own, makes the kernel hand 32-bit programs to the emulator $1. It is opened now, since no root
+# directory that it runs programs in has it, and by a number, since the kernel takes only short names without colons.
+# shellcheck disable=SC2034
+register_emulator='
+    mount -t binfmt_misc none /proc/sys/fs/binfmt_misc
+    exec 9<"$1"
+    magic="\x7fELF\x01\x01\x01\x00\x00\x00\x00\x00\x00\x00\x00\x00\x02\x00\x03\x00"
+    mask="\xff\xff\xff\xff\xff\xfe\xfe\xfc\xff\xff\xff\xff\xff\xff\xff\xff\xfe\xff\xff\xff"
+    printf %s ":i386:M::$magic:$mask:/proc/self/fd/9:OCF" >/proc/sys/fs/binfmt_misc/register'
 
 # Configures and builds a preset. Arguments: preset, then targets (all if none).
 build_preset() {

@@ -82,8 +82,9 @@ protected:
     /// What the shell calls; the object is in nData.
     static int CALLBACK CallbackProc(HWND hWindow, UINT nMessage, LPARAM nValue, LPARAM nData);
 
-    /// A message of the browser: passes it to the hook for it. The result is the browser's answer.
-    virtual int OnMessage(unsigned int nMessage, long nValue);
+    /// A message of the browser: passes it to the hook for it. The value is a `long` but where that is too narrow for a
+    /// pointer, on 64-bit Windows. The result is the browser's answer.
+    virtual int OnMessage(unsigned int nMessage, LPARAM nValue);
 
     /// The browser has opened. This one selects the start folder.
     virtual void OnInitialized();

@@ -6,6 +6,7 @@
 #include "shell/LastFolder.h"
 #include "support/Substitution.h"
 
+#include <cstdint>
 #include <cstring>
 #include <functional>
 
@@ -159,11 +160,13 @@ TEST_F(FolderDialogTest, GetValidFolder_HonoursTypedPathsAndRemembersTheLastFold
 
 TEST_F(FolderDialogTest, TheBrowserIsTheObjectsWindowUntilItsEnd)
 {
+    static const auto* const s_pFar = reinterpret_cast<const ITEMIDLIST*>(UINTPTR_MAX / 3);   // as wide as any
     struct Hooked : CFolderDialog
     {
         using CFolderDialog::CFolderDialog;
-        void OnSelChanged(const ITEMIDLIST*) override
+        void OnSelChanged(const ITEMIDLIST* pItem) override
         {
+            EXPECT_EQ(pItem, s_pFar);
             EnableOK(0);
             SetOKText(nullptr);
         }
@@ -172,7 +175,7 @@ TEST_F(FolderDialogTest, TheBrowserIsTheObjectsWindowUntilItsEnd)
     {
         s_hWindow = reinterpret_cast<HWND>(nWindow);
         s_browse = [&](BROWSEINFOA& oInfo) {
-            Tell(oInfo, BFFM_SELCHANGED);
+            Tell(oInfo, BFFM_SELCHANGED, s_pFar);
             EXPECT_EQ(oDialog.m_hWnd, s_hWindow);
             EXPECT_EQ(s_hObject, static_cast<CWnd*>(&oDialog));
             EXPECT_EQ(s_pfnProcedure(s_hWindow, 7, 0, 0), 5);

@@ -7,6 +7,7 @@
 
 using NativeSocket = int;
 inline constexpr int nShutdownSend = SHUT_WR;
+inline constexpr bool bNumbersComeAgain = false;   // a new socket is never taken for one that is closed
 
 inline int CloseNative(NativeSocket nSocket)
 {

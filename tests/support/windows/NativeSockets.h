@@ -6,6 +6,7 @@
 using NativeSocket = SOCKET;
 using socklen_t = int;
 inline constexpr int nShutdownSend = SD_SEND;
+inline constexpr bool bNumbersComeAgain = true;   // a new socket may have the number of one that is closed
 
 inline int CloseNative(NativeSocket hSocket)
 {
