@@ -4,11 +4,11 @@
 #include <chrono>
 #include <thread>
 
-// True as soon as the condition holds; false if it does not within ten seconds.
+// True as soon as the condition holds; false if it does not within a minute, which also a slow machine makes.
 template <class Condition>
 bool WaitUntil(Condition holds)
 {
-    const auto nEnd = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+    const auto nEnd = std::chrono::steady_clock::now() + std::chrono::seconds(60);
     while (!holds())
     {
         if (std::chrono::steady_clock::now() > nEnd)
