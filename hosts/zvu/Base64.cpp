@@ -14,7 +14,7 @@ namespace
 {
 constexpr std::size_t nBlockSize = 196608;   // whole groups of three, so that a text has padding at its end alone
 
-struct Options
+struct CodingOptions
 {
     std::optional<std::string> strInput;   // standard input if there is none
     std::string strOutput;
@@ -91,7 +91,7 @@ int CodeStandardStreams(void (*pfnCode)())
 
 using CodeFiles = int (Base64Coder::*)(const char*, const char*);
 
-int Code(const Options& oOptions, CodeFiles pfnCodeFiles, void (*pfnCodeStream)())
+int Code(const CodingOptions& oOptions, CodeFiles pfnCodeFiles, void (*pfnCodeStream)())
 {
     if (!oOptions.strInput)
         return CodeStandardStreams(pfnCodeStream);
@@ -102,17 +102,17 @@ int Code(const Options& oOptions, CodeFiles pfnCodeFiles, void (*pfnCodeStream)(
     return Fail(bReadable ? oOptions.strOutput + " cannot be written" : *oOptions.strInput + " cannot be read");
 }
 
-int Encode(const Options& oOptions)
+int Encode(const CodingOptions& oOptions)
 {
     return Code(oOptions, &Base64Coder::Encode, &EncodeStream);
 }
 
-int Decode(const Options& oOptions)
+int Decode(const CodingOptions& oOptions)
 {
     return Code(oOptions, &Base64Coder::Decode, &DecodeStream);
 }
 
-void AddFiles(CLI::App& oCommand, Options& oOptions)
+void AddFiles(CLI::App& oCommand, CodingOptions& oOptions)
 {
     auto* const pInput = oCommand.add_option("INPUT", oOptions.strInput, "File to read; standard input by default");
     auto* const pOutput =

@@ -9,7 +9,7 @@
 
 namespace
 {
-struct Options
+struct FolderOptions
 {
     std::string strPath;
     std::string strOther;   // a destination or a name
@@ -25,7 +25,7 @@ int Report(bool bSucceeded, const std::string& strError)
 }
 
 template <auto pOperation>
-int Change(const Options& oOptions)
+int Change(const FolderOptions& oOptions)
 {
     std::string strError;
     const bool bSucceeded = pOperation(oOptions.strPath.c_str(), strError);
@@ -33,7 +33,7 @@ int Change(const Options& oOptions)
 }
 
 template <auto pOperation>
-int Copy(const Options& oOptions)
+int Copy(const FolderOptions& oOptions)
 {
     std::string strError;
     const bool bSucceeded = pOperation(oOptions.strPath.c_str(), oOptions.strOther.c_str(), strError);
@@ -48,7 +48,7 @@ bool IsFolder(std::string strPath)
     return std::filesystem::is_directory(strPath, oIgnored);
 }
 
-int Print(const Options& oOptions, const std::vector<std::string>& oPaths)
+int Print(const FolderOptions& oOptions, const std::vector<std::string>& oPaths)
 {
     if (oPaths.empty() && !IsFolder(oOptions.strPath))
         return Fail(oOptions.strPath + " is no folder");
@@ -57,21 +57,21 @@ int Print(const Options& oOptions, const std::vector<std::string>& oPaths)
     return eSucceeded;
 }
 
-int List(const Options& oOptions)
+int List(const FolderOptions& oOptions)
 {
     std::vector<std::string> oFolders;
     CSFolder::GetFolderList(oOptions.strPath.c_str(), oFolders, oOptions.bRecursive);
     return Print(oOptions, oFolders);
 }
 
-int Find(const Options& oOptions)
+int Find(const FolderOptions& oOptions)
 {
     std::vector<std::string> oFiles;
     CSFolder::GetFilesPathList(oOptions.strPath.c_str(), oOptions.strOther.c_str(), oFiles, true);
     return Print(oOptions, oFiles);
 }
 
-int Size(const Options& oOptions)
+int Size(const FolderOptions& oOptions)
 {
     long nKilobytes = 0;
     CSFolder::GetFolderSize(oOptions.strPath.c_str(), nKilobytes);
@@ -97,7 +97,7 @@ struct Operation
     const char* pszName;
     const char* pszHelp;
     const char* pszExample;
-    int (*pfnRun)(const Options&);
+    int (*pfnRun)(const FolderOptions&);
     Argument oPath = s_oPath;
     Argument oOther = s_oNone;
     const char* pszNotes = "";

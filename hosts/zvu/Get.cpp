@@ -14,7 +14,7 @@ namespace
 {
 char s_achOutput[0x10000];   // so that blocks of 1024 bytes do not each become a write
 
-struct Options
+struct GetOptions
 {
     std::string strUrl;
     std::string strFile;   // empty: standard output
@@ -46,7 +46,7 @@ private:
     Progress& m_oProgress;
 };
 
-void Configure(CHttpServices& oClient, const Options& oOptions)
+void Configure(CHttpServices& oClient, const GetOptions& oOptions)
 {
     if (!oOptions.strAgent.empty())
         oClient.SetAppName(oOptions.strAgent);
@@ -56,7 +56,7 @@ void Configure(CHttpServices& oClient, const Options& oOptions)
                                      oOptions.nSecurePort);
 }
 
-int GetToOutput(CHttpServices& oClient, const Options& oOptions)
+int GetToOutput(CHttpServices& oClient, const GetOptions& oOptions)
 {
     MakeBinary(eStandardOutput);
     if (!IsTerminal(eStandardOutput))
@@ -79,7 +79,7 @@ int GetToOutput(CHttpServices& oClient, const Options& oOptions)
     return eSucceeded;
 }
 
-int Get(const Options& oOptions)
+int Get(const GetOptions& oOptions)
 {
     CHttpServices oClient;
     Configure(oClient, oOptions);

@@ -16,7 +16,7 @@
 
 namespace
 {
-constexpr auto nPause = std::chrono::milliseconds(50);   // between two looks at the file
+constexpr auto nBetweenLooks = std::chrono::milliseconds(50);
 
 // Where the answer is gathered until all of it is there: beside the file, which a failed fetch leaves as it was.
 // What is no ordinary file, a device say, takes the answer itself.
@@ -89,7 +89,7 @@ private:
             std::unique_lock oHold(m_oLock);
             while (!IsInterrupted() && !m_bDone)
             {
-                m_oWake.wait_for(oHold, nPause);
+                m_oWake.wait_for(oHold, nBetweenLooks);
                 oProgress.Set(m_oFile.Size());
             }
             if (m_bDone)

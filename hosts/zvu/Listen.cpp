@@ -15,7 +15,7 @@ namespace
 {
 constexpr auto nPollPause = std::chrono::milliseconds(20);
 
-struct Options
+struct ListenOptions
 {
     unsigned short nPort = 0;
     bool bHeader = false;
@@ -27,7 +27,7 @@ struct Options
 // What the handler works on.
 struct Service
 {
-    const Options oOptions;
+    const ListenOptions oOptions;
     std::mutex oLock{};
     std::atomic<int> nServed = 0;
     std::atomic<bool> bOutputGone = false;
@@ -49,7 +49,7 @@ unsigned long Serve(unsigned short, const char* pszRequest, ZVString& oReply, vo
     return 0;
 }
 
-int Listen(const Options& oOptions)
+int Listen(const ListenOptions& oOptions)
 {
     // Not on the stack: a handler that hangs in the output may outlive this call.
     static Service oService{oOptions};

@@ -14,7 +14,7 @@ struct Attachment
     std::string strName;
 };
 
-struct Options
+struct MailOptions
 {
     std::vector<std::string> oTo;
     std::vector<std::string> oCc;
@@ -42,7 +42,7 @@ std::vector<Attachment> AttachmentsAt(const std::vector<std::string>& oPaths)
     return oAttachments;
 }
 
-int Mail(const Options& oOptions)
+int Mail(const MailOptions& oOptions)
 {
     const auto oAttachments = AttachmentsAt(oOptions.oPaths);   // the mail keeps pointers to them
     CSIMapi oMail;

@@ -8,7 +8,7 @@
 
 namespace
 {
-struct Options
+struct PickFolderOptions
 {
     std::string strTitle = "Pick a folder";
     std::string strStart;
@@ -16,7 +16,7 @@ struct Options
     bool bLast = false;
 };
 
-CString Pick(CFolderDialog& oDialog, const Options& oOptions)
+CString Pick(CFolderDialog& oDialog, const PickFolderOptions& oOptions)
 {
     const CString strTitle(oOptions.strTitle);
     if (oOptions.bLast)
@@ -31,7 +31,7 @@ CString Pick(CFolderDialog& oDialog, const Options& oOptions)
     return strFolder;
 }
 
-int PickFolder(const Options& oOptions)
+int PickFolder(const PickFolderOptions& oOptions)
 {
     if (!StartUserInterface())
         return Fail("the user interface does not start");

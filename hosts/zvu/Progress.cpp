@@ -10,7 +10,7 @@
 namespace
 {
 constexpr auto nFirstDraw = std::chrono::milliseconds(500);
-constexpr auto nPause = std::chrono::milliseconds(100);
+constexpr auto nBetweenDraws = std::chrono::milliseconds(100);
 constexpr std::size_t nBarWidth = 24;
 constexpr int nLineWidth = 78;
 
@@ -60,7 +60,7 @@ void Progress::Draw()
     const std::string strText = ProgressText(m_nBytes, m_nBytes <= m_nExpected ? m_nExpected : 0, nSeconds);
     std::cerr << '\r' << std::left << std::setw(nLineWidth) << strText << std::flush;
     m_bDrawn = true;
-    m_nNextDraw = nNow + nPause;
+    m_nNextDraw = nNow + nBetweenDraws;
 }
 
 std::string ProgressText(std::uint64_t nBytes, std::uint64_t nExpected, double nSeconds)

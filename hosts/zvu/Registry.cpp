@@ -11,7 +11,7 @@ namespace
 {
 constexpr std::size_t nLargestData = 1 << 20;   // bytes of a value that can be told to be there
 
-struct Options
+struct RegistryOptions
 {
     std::string strPath;
     std::string strName;
@@ -27,7 +27,7 @@ enum class Missing
 
 // Gives the opened key to use(CConfigParamsBase&, HKEY&), whose result is the exit status.
 template <class Use>
-int WithKey(const Options& oOptions, Missing eMissing, Use use)
+int WithKey(const RegistryOptions& oOptions, Missing eMissing, Use use)
 {
     CConfigParamsBase oParams;
     HKEY hKey = nullptr;
@@ -42,24 +42,24 @@ int WithKey(const Options& oOptions, Missing eMissing, Use use)
     return nStatus;
 }
 
-int NoSuchValue(const Options& oOptions, const std::string& strThat = "")
+int NoSuchValue(const RegistryOptions& oOptions, const std::string& strThat = "")
 {
     return Fail("no value '" + oOptions.strName + "'" + strThat);
 }
 
-int ReportChange(const Options& oOptions, bool bChanged, const std::string& strHow)
+int ReportChange(const RegistryOptions& oOptions, bool bChanged, const std::string& strHow)
 {
     return bChanged ? eSucceeded : Fail("the value '" + oOptions.strName + "' could not be " + strHow);
 }
 
-int Exists(const Options& oOptions)
+int Exists(const RegistryOptions& oOptions)
 {
     return PrintAnswer(CConfigParamsBase().IsRegistryKeyExists(HKEY_LOCAL_MACHINE, oOptions.strPath.c_str()));
 }
 
 // A listing does not tell whether it could open the key.
 template <auto pList>
-int List(const Options& oOptions)
+int List(const RegistryOptions& oOptions)
 {
     return WithKey(oOptions, Missing::eIsMade, [&](CConfigParamsBase& oParams, HKEY&) {
         std::vector<std::string> oLines;
@@ -70,7 +70,7 @@ int List(const Options& oOptions)
     });
 }
 
-int Get(const Options& oOptions)
+int Get(const RegistryOptions& oOptions)
 {
     return WithKey(oOptions, Missing::eIsMade, [&](CConfigParamsBase& oParams, HKEY& hKey) -> int {
         std::string strValue;
@@ -81,7 +81,7 @@ int Get(const Options& oOptions)
     });
 }
 
-int GetDword(const Options& oOptions)
+int GetDword(const RegistryOptions& oOptions)
 {
     return WithKey(oOptions, Missing::eIsMade, [&](CConfigParamsBase& oParams, HKEY& hKey) -> int {
         unsigned long nValue = 0;
@@ -93,7 +93,7 @@ int GetDword(const Options& oOptions)
 }
 
 // A write does not tell whether it was refused.
-int Set(const Options& oOptions)
+int Set(const RegistryOptions& oOptions)
 {
     return WithKey(oOptions, Missing::eIsMade, [&](CConfigParamsBase& oParams, HKEY& hKey) {
         const char* const pszName = oOptions.strName.c_str();
@@ -104,7 +104,7 @@ int Set(const Options& oOptions)
     });
 }
 
-int SetDword(const Options& oOptions)
+int SetDword(const RegistryOptions& oOptions)
 {
     return WithKey(oOptions, Missing::eIsMade, [&](CConfigParamsBase& oParams, HKEY& hKey) {
         const char* const pszName = oOptions.strName.c_str();
@@ -116,7 +116,7 @@ int SetDword(const Options& oOptions)
 }
 
 // Nor does a removal.
-int Delete(const Options& oOptions)
+int Delete(const RegistryOptions& oOptions)
 {
     return WithKey(oOptions, Missing::eFails, [&](CConfigParamsBase& oParams, HKEY& hKey) {
         std::vector<char> oData(nLargestData);
@@ -144,7 +144,7 @@ struct Operation
     const char* pszHelp;
     const char* pszExample;   // behind the name
     eArguments eTakes;
-    int (*pfnRun)(const Options&);
+    int (*pfnRun)(const RegistryOptions&);
 };
 const Operation s_aOperations[] = {
     {"exists", "Tell whether a key is there", "'Software\\Example'", ePath, &Exists},

@@ -36,7 +36,7 @@ struct Question
     bool bKnown = false;
 };
 
-struct Options
+struct ResolveOptions
 {
     std::vector<std::string> oAddresses;
     double nWaitSeconds = 10;
@@ -78,7 +78,7 @@ bool AllKnown(std::vector<Question>& oQuestions)
     return bAll;
 }
 
-std::vector<Question> AskForAll(const Options& oOptions)
+std::vector<Question> AskForAll(const ResolveOptions& oOptions)
 {
     std::vector<Question> oQuestions;
     for (const auto& strAddress : oOptions.oAddresses)
@@ -118,7 +118,7 @@ void PrintTimings(const std::vector<Question>& oQuestions)
         printRow(strAddress, oFirst.strText, TimeText(oFirst.nTook), oLast.strText, TimeText(oLast.nTook));
 }
 
-int Resolve(const Options& oOptions)
+int Resolve(const ResolveOptions& oOptions)
 {
     if (!StartSocketLayer())
         return Fail("the socket layer does not start");

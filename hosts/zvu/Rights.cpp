@@ -7,7 +7,7 @@
 
 namespace
 {
-struct Options
+struct RightsOptions
 {
     std::string strPath;
     std::string strAccount;
@@ -20,7 +20,7 @@ int Report(int nResult, const CString& strError)
     return nResult ? eSucceeded : Fail(static_cast<const char*>(strError));
 }
 
-int Set(const Options& o)
+int Set(const RightsOptions& o)
 {
     CString strError;
     const int nResult =
@@ -28,14 +28,14 @@ int Set(const Options& o)
     return Report(nResult, strError);
 }
 
-int Add(const Options& o)
+int Add(const RightsOptions& o)
 {
     CString strError;
     const int nResult = ZVUAddFileAccessRights(o.strPath.c_str(), o.strAccount.c_str(), o.bIsSid, strError);
     return Report(nResult, strError);
 }
 
-Options& AddOperation(CLI::App& oCommand, Action& action, int (*pfnRun)(const Options&))
+RightsOptions& AddOperation(CLI::App& oCommand, Action& action, int (*pfnRun)(const RightsOptions&))
 {
     auto& oOptions = Runs(oCommand, action, pfnRun);
     AddArgument(oCommand, "PATH", oOptions.strPath, "Folder or file");

@@ -13,7 +13,7 @@ namespace
 constexpr int nEntries = 100'000;   // of each of the two threads
 constexpr int nAsks = 10'000;
 constexpr int nMostRounds = 500;
-constexpr auto nPause = std::chrono::milliseconds(10);
+constexpr auto nBetweenTries = std::chrono::milliseconds(10);
 
 constexpr auto pszLoopback = "127.0.0.1";
 constexpr auto pszQuestion = "127.0.0.1:8080";
@@ -46,7 +46,7 @@ Outcome AskUntilKnown()
     std::string strAnswer = Ask();
     for (int nRound = 0; nRound < nMostRounds && strAnswer == pszQuestion; ++nRound)
     {
-        std::this_thread::sleep_for(nPause);
+        std::this_thread::sleep_for(nBetweenTries);
         strAnswer = Ask();
     }
     if (strAnswer == pszLoopback)   // without its port: the lookup found no name
