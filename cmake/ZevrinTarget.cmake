@@ -7,7 +7,7 @@ set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 
-# Where the exported headers lie: those of both targets, and the types of this one.
+# Where the exported headers lie: those of all targets, and the types of this one.
 if(WIN32)
   set(ZEVRIN_PUBLIC_INCLUDE ${PROJECT_SOURCE_DIR}/include ${PROJECT_SOURCE_DIR}/platform/windows/include)
 else()
@@ -41,7 +41,7 @@ target_compile_options(zevrin_warnings INTERFACE
   # With -O3, GCC 12 takes the sum of a literal and a string for a copy onto itself.
   $<$<AND:$<CXX_COMPILER_ID:GNU>,$<CONFIG:Release>>:-Wno-restrict>)
 
-# Makes an installed Debian header-only library usable for both targets: only its own folder is linked
+# Makes an installed Debian header-only library usable for all targets: only its own folder is linked
 # into the build tree, never the system's include folder, which a cross compiler must not see.
 function(zevrin_header_library name folder)
   if(NOT EXISTS /usr/include/${folder})

@@ -118,14 +118,19 @@ register_emulator='
     mask="\xff\xff\xff\xff\xff\xfe\xfe\xfc\xff\xff\xff\xff\xff\xff\xff\xff\xfe\xff\xff\xff"
     printf %s ":i386:M::$magic:$mask:/proc/self/fd/9:OCF" >/proc/sys/fs/binfmt_misc/register'
 
-# Configures and builds a preset. Arguments: preset, then targets (all if none).
+# Configures and builds a preset. Arguments: preset, then targets (all if none). CXX names another compiler than g++.
 build_preset() {
-    local preset=$1
+    local preset=$1 fresh=()
     shift
     say "building: $preset"
     cd "$project_root"
     mkdir -p build
-    cmake --preset "$preset" >"$project_root/build/$preset.configure.log" 2>&1 ||
+    # Another compiler wants a new start.
+    [ "$(cat "build/$preset.compiler" 2>/dev/null)" = "${CXX:-}" ] || fresh=(--fresh)
+    echo "${CXX:-}" >"build/$preset.compiler"
+    # In CI no warning passes. Elsewhere a compiler newer than ours may find some.
+    cmake --preset "$preset" "${fresh[@]}" "-DZEVRIN_WARNINGS_AS_ERRORS=${CI:+ON}" \
+        >"$project_root/build/$preset.configure.log" 2>&1 ||
         { cat "$project_root/build/$preset.configure.log" >&2; die "CMake could not configure the preset '$preset'."; }
     cmake --build --preset "$preset" ${1:+--target "$@"} >&2 || die "The build of '$preset' failed."
 }

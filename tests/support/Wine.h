@@ -1,4 +1,4 @@
-// Whether the Windows target's tests run under Wine, for what it does otherwise than Windows.
+// Whether the Windows targets' tests run under Wine, for what it does otherwise than Windows.
 #pragma once
 
 #include "platform/Modules.h"
