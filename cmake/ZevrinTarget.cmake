@@ -14,6 +14,10 @@ else()
   set(ZEVRIN_PUBLIC_INCLUDE ${PROJECT_SOURCE_DIR}/include ${PROJECT_SOURCE_DIR}/platform/linux/include)
 endif()
 
+# So many sources are compiled as one, where they are: in some targets always, in all where CMAKE_UNITY_BUILD is on, as
+# it is in the presets whose programs are not worked on.
+set(CMAKE_UNITY_BUILD_BATCH_SIZE 12)
+
 # Programs and DLLs side by side, so that Windows programs find theirs.
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/lib)

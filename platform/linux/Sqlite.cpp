@@ -6,7 +6,7 @@
 namespace
 {
 constexpr auto nWait = std::chrono::milliseconds(1);
-constexpr int nMostWaits = 1000;
+constexpr int nMostRecoveryWaits = 1000;
 
 struct Translation
 {
@@ -43,7 +43,7 @@ int OnceReadable(Call call)
     for (int nWaits = 0;; ++nWaits)
     {
         const int nResult = call();
-        if (nResult != SQLITE_READONLY_RECOVERY || nWaits == nMostWaits)
+        if (nResult != SQLITE_READONLY_RECOVERY || nWaits == nMostRecoveryWaits)
             return nResult;
         std::this_thread::sleep_for(nWait);
     }
