@@ -66,20 +66,14 @@ int CodeFile(const char* pszInputFile, const char* pszOutputFile, BYTE*& pBlock,
 // Both call this class's own coding of a block, also for an object whose class has one of its own.
 int Base64Coder::Encode(const char* pszInputFile, const char* pszOutputFile)
 {
-    return CodeFile(
-        pszInputFile, pszOutputFile, m_pBlockBuffer, m_nBlockSize,
-        [this](BYTE* pBlock, unsigned int nSize) { Base64Coder::Encode(pBlock, nSize); },
-        [this] {
-            return Side{EncodedMessage(), m_nEncodeSize};
-        });
+    const auto code = [this](BYTE* pBlock, unsigned int nSize) { Base64Coder::Encode(pBlock, nSize); };
+    const auto result = [this]() -> Side { return {EncodedMessage(), m_nEncodeSize}; };
+    return CodeFile(pszInputFile, pszOutputFile, m_pBlockBuffer, m_nBlockSize, code, result);
 }
 
 int Base64Coder::Decode(const char* pszInputFile, const char* pszOutputFile)
 {
-    return CodeFile(
-        pszInputFile, pszOutputFile, m_pBlockBuffer, m_nBlockSize,
-        [this](BYTE* pBlock, unsigned int nSize) { Base64Coder::Decode(pBlock, nSize); },
-        [this] {
-            return Side{DecodedMessage(), m_nDecodeSize};
-        });
+    const auto code = [this](BYTE* pBlock, unsigned int nSize) { Base64Coder::Decode(pBlock, nSize); };
+    const auto result = [this]() -> Side { return {DecodedMessage(), m_nDecodeSize}; };
+    return CodeFile(pszInputFile, pszOutputFile, m_pBlockBuffer, m_nBlockSize, code, result);
 }

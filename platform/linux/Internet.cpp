@@ -83,8 +83,8 @@ std::string WhoAsks(const HttpRequest& oRequest)
         const std::string_view strRealm = strChallenge.substr(nRealm + strName.size());
         strText.append(" (").append(strRealm.substr(0, std::min(strRealm.find('"'), nMostRealm))).append(")");
     }
-    std::replace_if(
-        strText.begin(), strText.end(), [](unsigned char ch) { return ch < ' ' || ch >= 0x7f; }, '?');
+    const auto isUnprintable = [](unsigned char ch) { return ch < ' ' || ch >= 0x7f; };
+    std::replace_if(strText.begin(), strText.end(), isUnprintable, '?');
     return strText;
 }
 }

@@ -73,18 +73,28 @@ TEST_F(PasswordUtils, DrawsNewCharactersClassAfterClass)
     EXPECT_EQ(Password(9, "C"), "CAa0d1Fg2Ij4");
 }
 
+namespace
+{
+RPC_STATUS s_nTold;
+
+// Of a const identifier or not, as the system's header has it.
+template <class Id>
+RPC_STATUS WINAPI Tell(Id* pId, RPC_CSTR* ppszText)
+{
+    return s_nTold ? s_nTold : PlatformService<IdentifierCalls>::s_oNative.UuidToStringA(pId, ppszText);
+}
+}
+
 TEST(Guid, IsNewAndInCanonicalTextAndEmptyForTwoFailures)
 {
     EXPECT_NE(CSGuid::CreateGUID(), CSGuid::CreateGUID());
-    static RPC_STATUS s_nCreated, s_nTold;
+    static RPC_STATUS s_nCreated;
     const Substitution<IdentifierCalls> oFake([](IdentifierCalls& o) {
         o.UuidCreate = [](UUID* pId) WINAPI -> RPC_STATUS {
             *pId = {0x01020304, 0x0506, 0x0708, {9, 10, 11, 12, 13, 14, 15, 16}};
             return s_nCreated;
         };
-        o.UuidToStringA = [](UUID* pId, RPC_CSTR* ppszText) WINAPI -> RPC_STATUS {
-            return s_nTold ? s_nTold : PlatformService<IdentifierCalls>::s_oNative.UuidToStringA(pId, ppszText);
-        };
+        o.UuidToStringA = &Tell;
     });
     const std::string strText = "01020304-0506-0708-090a-0b0c0d0e0f10";
     for (const auto& [nCreated, nTold, strExpected] :

@@ -30,8 +30,8 @@ std::string OneLine(std::string strText)
 {
     while (!strText.empty() && std::isspace(static_cast<unsigned char>(strText.back())))
         strText.pop_back();
-    std::ranges::replace_if(
-        strText, [](char ch) { return ch == '\n' || ch == '\r' || ch == '\t'; }, ' ');
+    const auto isBreak = [](char ch) { return ch == '\n' || ch == '\r' || ch == '\t'; };
+    std::ranges::replace_if(strText, isBreak, ' ');
     return strText;
 }
 

@@ -4,8 +4,9 @@
 #include <cstdlib>
 #include <fstream>
 
-extern "C" __declspec(dllexport) ULONG WINAPI
-    MAPISendMail(LHANDLE hSession, ULONG_PTR hParent, lpMapiMessage pMessage, FLAGS nFlags, ULONG nReserved)
+extern "C" __declspec(dllexport) MAPISENDMAIL MAPISendMail;
+
+ULONG WINAPI MAPISendMail(LHANDLE hSession, ULONG_PTR hParent, lpMapiMessage pMessage, FLAGS nFlags, ULONG nReserved)
 {
     std::ofstream(std::getenv("ZEVRIN_TEST_LOG"), std::ios::binary)
         << TextOf(hSession, hParent, *pMessage, nFlags, nReserved);
