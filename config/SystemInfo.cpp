@@ -4,6 +4,7 @@
 #include "frame/Hold.h"
 #include "platform/System.h"
 
+#include <cstdint>
 #include <memory>
 
 namespace

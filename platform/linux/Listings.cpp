@@ -4,6 +4,7 @@
 #include "system/Files.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <string_view>
 #include <vector>

@@ -3,6 +3,7 @@
 
 #include "ZevrinUtils/MapiTypes.h"
 
+#include <cstdint>
 #include <string>
 
 // The program that opens the client, xdg-email; empty if the search path has none.

@@ -9,6 +9,7 @@
 #include "platform/OrEmpty.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <mutex>
 

@@ -4,6 +4,7 @@
 #include "Sqlite.h"
 
 #include <atomic>
+#include <cstdint>
 #include <optional>
 
 // A value, or a key in a listing.

@@ -1,6 +1,7 @@
 #include "Sqlite.h"
 
 #include <chrono>
+#include <cstdint>
 #include <thread>
 
 namespace

@@ -3,6 +3,7 @@
 
 #include "ZevrinUtils/MapiTypes.h"
 
+#include <cstdint>
 #include <string>
 
 inline std::string OrNull(const char* pszText)

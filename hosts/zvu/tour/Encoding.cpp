@@ -4,6 +4,7 @@
 #include "ZevrinUtils/Generators.h"
 
 #include <algorithm>
+#include <cstdint>
 
 namespace
 {
