@@ -29,8 +29,8 @@ bool Try(Body body)
 // Coding goes through codeBlock, which is given a block, and takeSide, which gives what came of it. Only reading
 // and writing are guarded; what the rest throws is the caller's.
 template <class Code, class Take>
-int CodeFile(const char* pszInputFile, const char* pszOutputFile, BYTE*& pBlock, unsigned int nBlockSize,
-             Code codeBlock, Take takeSide)
+int CodeFile(const char* pszInputFile, const char* pszOutputFile, BYTE*& pBlock, unsigned int nMost, Code codeBlock,
+             Take takeSide)
 {
     CFileException oError;   // nobody asks for the reason
     CFile oInput;
@@ -44,9 +44,9 @@ int CodeFile(const char* pszInputFile, const char* pszOutputFile, BYTE*& pBlock,
     for (unsigned long long nOffset = 0; nOffset < nLength;)
     {
         if (!pBlock)
-            pBlock = new BYTE[nBlockSize];
+            pBlock = new BYTE[nMost];
         unsigned int nRead = 0;
-        if (!Try([&] { nRead = oInput.Read(pBlock, nBlockSize); }))
+        if (!Try([&] { nRead = oInput.Read(pBlock, nMost); }))
             return 0;
         nOffset += nRead;
         codeBlock(pBlock, nRead);

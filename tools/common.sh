@@ -40,6 +40,19 @@ as_root() {
     fi
 }
 
+# Prints at each tenth how many of TOTAL lines match a pattern; without TOTAL, apt's own account tells it.
+show_progress() {
+    local name=$1 pattern=$2 total=${3:-0} count=0 shown=0 line
+    while read -r line; do
+        [[ ! $line =~ ([0-9]+)\ newly\ installed ]] || total=${BASH_REMATCH[1]}
+        [[ $total != 0 && $line =~ $pattern ]] || continue
+        count=$((count + 1))
+        [ $((10 * count / total)) -gt "$shown" ] || continue
+        shown=$((10 * count / total))
+        echo "   $name: $count of $total" >&2
+    done
+}
+
 # Installs the named Debian packages that are not there yet.
 need_packages() {
     command -v dpkg-query >/dev/null ||
@@ -52,19 +65,27 @@ need_packages() {
     say "installing: ${missing[*]}"
     as_root apt-get update -qq ||
         die "The package lists could not be read: check this machine's apt sources and its network."
-    as_root env DEBIAN_FRONTEND=noninteractive \
-        apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null ||
+    as_root env DEBIAN_FRONTEND=noninteractive LC_ALL=C \
+        apt-get install -y --no-install-recommends "${missing[@]}" | show_progress installed '^Setting up ' ||
         die "apt could not install: ${missing[*]}. Its message is above."
 }
 
 # The mirror that has this machine's own packages.
 own_mirror() {
     local mirror
-    mirror=$(. /etc/os-release && apt-get indextargets 'Created-By: Packages' \
-        --format '$(RELEASE) $(CODENAME) $(COMPONENT) $(REPO_URI)' |
-        awk -v own="$VERSION_CODENAME" '$3 == "main" && ($1 == own || $2 == own) && !found++ { print $4 }')
+    mirror=$(find_mirror)
+    if [ -z "$mirror" ]; then   # apt knows no suite whose list it does not have
+        as_root apt-get update -qq
+        mirror=$(find_mirror)
+    fi
     [ -n "$mirror" ] || die "This machine's apt sources name no mirror of its own packages."
     echo "$mirror"
+}
+
+find_mirror() {
+    . /etc/os-release
+    apt-get indextargets 'Created-By: Packages' --format '$(RELEASE) $(CODENAME) $(COMPONENT) $(REPO_URI)' |
+        awk -v own="$VERSION_CODENAME" '$3 == "main" && ($1 == own || $2 == own) && !found++ { print $4 }'
 }
 
 need_linux_build() {
@@ -94,18 +115,32 @@ need_wine() {
 # The smallest 32-bit program: its header, and exit(42) in three instructions.
 write_32_bit_program() {
     local program=$cache_dir/exit-42
+    [ ! -e "$program" ] || return 0
     printf %b '\x7fELF\x01\x01\x01\0\0\0\0\0\0\0\0\0\x02\0\x03\0\x01\0\0\0\x54\x80\x04\x08\x34\0\0\0\0\0\0\0' \
         '\0\0\0\0\x34\0\x20\0\x01\0\0\0\0\0\0\0' \
         '\x01\0\0\0\0\0\0\0\0\x80\x04\x08\0\x80\x04\x08\x60\0\0\0\x60\0\0\0\x05\0\0\0\0\x10\0\0' \
-        '\xb8\x01\0\0\0\xbb\x2a\0\0\0\xcd\x80' >"$program"
-    chmod +x "$program"
+        '\xb8\x01\0\0\0\xbb\x2a\0\0\0\xcd\x80' >"$program.new"
+    chmod +x "$program.new"
+    mv "$program.new" "$program"
 }
 
-# Whether the kernel itself runs 32-bit programs, or is to be taken for one that does.
+# Whether this machine runs 32-bit programs by itself, which it takes a millisecond to see.
 runs_32_bit() {
     local status=0
     "$cache_dir/exit-42" 2>/dev/null || status=$?
-    [ "$status" = 42 ] && [ -z "${ZEVRIN_EMULATE:-}" ]
+    [ "$status" = 42 ]
+}
+
+# Whether 32-bit programs go through our emulator.
+is_emulated() {
+    [ -n "${ZEVRIN_EMULATE:-}" ] || ! runs_32_bit
+}
+
+# Where the programs of x86 or x64 have what Windows keeps of a machine. Emulated ones have services of their own.
+wine_prefix() {
+    local prefix=$project_root/build/wine-$1
+    [ "$1" = x64 ] || ! is_emulated || prefix+=-emulated
+    echo "$prefix"
 }
 
 # In namespaces of its own, makes the kernel hand 32-bit programs to the emulator $1. It is opened now, since no root
@@ -118,6 +153,11 @@ register_emulator='
     mask="\xff\xff\xff\xff\xff\xfe\xfe\xfc\xff\xff\xff\xff\xff\xff\xff\xff\xfe\xff\xff\xff"
     printf %s ":i386:M::$magic:$mask:/proc/self/fd/9:OCF" >/proc/sys/fs/binfmt_misc/register'
 
+# In CI no warning passes. Elsewhere a compiler newer than ours may find some.
+warnings_are_errors() {
+    [ "${CI:-}" = true ]
+}
+
 # Configures and builds a preset. Arguments: preset, then targets (all if none). CXX names another compiler than g++.
 build_preset() {
     local preset=$1 fresh=()
@@ -127,10 +167,9 @@ build_preset() {
     mkdir -p build
     # Another compiler wants a new start.
     [ "$(cat "build/$preset.compiler" 2>/dev/null)" = "${CXX:-}" ] || fresh=(--fresh)
-    echo "${CXX:-}" >"build/$preset.compiler"
-    # In CI no warning passes. Elsewhere a compiler newer than ours may find some.
-    cmake --preset "$preset" "${fresh[@]}" "-DZEVRIN_WARNINGS_AS_ERRORS=${CI:+ON}" \
+    cmake --preset "$preset" "${fresh[@]}" "-DZEVRIN_WARNINGS_AS_ERRORS=$(warnings_are_errors && echo ON || echo OFF)" \
         >"$project_root/build/$preset.configure.log" 2>&1 ||
         { cat "$project_root/build/$preset.configure.log" >&2; die "CMake could not configure the preset '$preset'."; }
+    echo "${CXX:-}" >"build/$preset.compiler"
     cmake --build --preset "$preset" ${1:+--target "$@"} >&2 || die "The build of '$preset' failed."
 }

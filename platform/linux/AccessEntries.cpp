@@ -14,6 +14,7 @@ struct FreeList
 using List = std::unique_ptr<std::remove_pointer_t<acl_t>, FreeList>;
 
 constexpr Account oMask{ACL_MASK};
+constexpr acl_perm_t s_anBits[] = {ACL_READ, ACL_WRITE, ACL_EXECUTE};
 
 Account AccountOfEntry(acl_entry_t pEntry)
 {
@@ -34,7 +35,7 @@ unsigned BitsOfEntry(acl_entry_t pEntry)
     acl_permset_t pBits;
     acl_get_permset(pEntry, &pBits);
     unsigned nBits = 0;
-    for (const unsigned nBit : {ACL_READ, ACL_WRITE, ACL_EXECUTE})
+    for (const acl_perm_t nBit : s_anBits)
         nBits |= acl_get_perm(pBits, nBit) == 1 ? nBit : 0;
     return nBits;
 }
@@ -46,7 +47,7 @@ bool AddEntry(acl_t& pList, const Account& oAccount, unsigned nBits)
     if (acl_create_entry(&pList, &pEntry) != 0 || acl_set_tag_type(pEntry, oAccount.nTag) != 0 ||
         acl_get_permset(pEntry, &pBits) != 0)
         return false;
-    for (const unsigned nBit : {ACL_READ, ACL_WRITE, ACL_EXECUTE})
+    for (const acl_perm_t nBit : s_anBits)
         if (nBits & nBit)
             acl_add_perm(pBits, nBit);
     return (oAccount.nTag != ACL_USER && oAccount.nTag != ACL_GROUP) || acl_set_qualifier(pEntry, &oAccount.nId) == 0;

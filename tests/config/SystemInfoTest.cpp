@@ -66,7 +66,7 @@ TEST(SystemInfo, KeepsItsAnswerForTenSeconds)
 TEST(SystemInfo, GivesTheSystemsTextOrTheNumber)
 {
     std::set<std::string> oTexts;
-    for (const unsigned long nError : {3, 5, 32, 112})
+    for (const unsigned long nError : {3UL, 5UL, 32UL, 112UL})
     {
         std::string sText;
         CSystemInfo::GetFormatedMessageForWin32ErrCode(nError, sText);

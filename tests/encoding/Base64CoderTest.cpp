@@ -146,7 +146,7 @@ TEST(Base64Coder, CodesFilesBlockByBlock)
     const ScratchFolder oFolder;
     const std::string strIn = oFolder / "in", strText = oFolder / "text", strBack = oFolder / "back";
     Base64Coder oCoder, oMemory;
-    for (const std::size_t nSize : {0, 1, 3071, 3072, 3073, 10000})
+    for (const std::size_t nSize : {0U, 1U, 3071U, 3072U, 3073U, 10000U})
     {
         std::string strPlain(nSize, 'A');
         std::generate(strPlain.begin(), strPlain.end(), std::mt19937());

@@ -251,7 +251,7 @@ TEST(Retrieval, TellsTheSystemTheUrlOrNothingWhenAskedForReachability)
 {
     FakeInternet oInternet({Status(200)});
     CHttpServicesPeer oClient;
-    for (const std::size_t nLength : {0, 1, 259, 260})
+    for (const std::size_t nLength : {0U, 1U, 259U, 260U})
     {
         CString strUrl(std::string(nLength, 'u'));
         FakeInternet::s_strLog.clear();

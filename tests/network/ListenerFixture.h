@@ -64,7 +64,10 @@ public:
     Client(const Client&) = delete;
     Client& operator=(const Client&) = delete;
 
-    void Send(const std::string& strText) { ::send(m_nSocket, strText.data(), static_cast<int>(strText.size()), 0); }
+    void Send(const std::string& strText)
+    {
+        ::send(m_nSocket, strText.data(), static_cast<NativeSize>(strText.size()), 0);
+    }
     void EndSending() { ::shutdown(m_nSocket, nShutdownSend); }
 
     // The next close sends a reset.

@@ -97,7 +97,7 @@ TEST(Copies, KeepBytesAndTimesAndOverwrite)
     const ScratchFolder oFolder;
     const std::string strFrom = oFolder / "from";
     const auto nTime = fs::file_time_type::clock::now() - std::chrono::hours(1000);
-    for (const std::size_t nSize : {300000, 65536, 5, 0})   // each shorter than the one that it overwrites
+    for (const std::size_t nSize : {300000U, 65536U, 5U, 0U})   // each shorter than the one that it overwrites
     {
         std::string strBytes(nSize, 'b');
         for (std::size_t n = 0; n < nSize; n += 7)

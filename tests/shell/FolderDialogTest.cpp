@@ -171,7 +171,7 @@ TEST_F(FolderDialogTest, TheBrowserIsTheObjectsWindowUntilItsEnd)
             SetOKText(nullptr);
         }
     } oDialog(&m_oParent);
-    for (const std::uintptr_t nWindow : {0x200, 0x300})
+    for (const std::uintptr_t nWindow : {0x200U, 0x300U})
     {
         s_hWindow = reinterpret_cast<HWND>(nWindow);
         s_browse = [&](BROWSEINFOA& oInfo) {
