@@ -54,7 +54,8 @@ TEST(Listings, BeginWithTheDotsAndTellSizes)
     EXPECT_EQ(Errors().GetLastError(), DWORD{ERROR_INVALID_HANDLE});
     EXPECT_EQ(List(oFolder / "missing"), DWORD{ERROR_PATH_NOT_FOUND});
     EXPECT_EQ(List(oFolder / "five\\below"), DWORD{ERROR_PATH_NOT_FOUND});
-    EXPECT_EQ(List(oFolder / "five"), UnderWine() ? 123 : DWORD{ERROR_DIRECTORY});
+    const DWORD nError = List(oFolder / "five");
+    EXPECT_TRUE(nError == ERROR_DIRECTORY || (UnderWine() && nError == 123)) << nError;   // 123: older than Wine 10
 }
 
 TEST(Paths, AreMadeAndRemovedOrSayWhyNot)
