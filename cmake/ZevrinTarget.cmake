@@ -9,14 +9,22 @@ set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 
 # Where the exported headers lie: those of all targets, and the types of this one.
 if(WIN32)
-  set(ZEVRIN_PUBLIC_INCLUDE ${PROJECT_SOURCE_DIR}/include ${PROJECT_SOURCE_DIR}/platform/windows/include)
+  set(ZEVRIN_PUBLIC_INCLUDE ${PROJECT_SOURCE_DIR}/include ${PROJECT_SOURCE_DIR}/platform/windows/api/include)
 else()
-  set(ZEVRIN_PUBLIC_INCLUDE ${PROJECT_SOURCE_DIR}/include ${PROJECT_SOURCE_DIR}/platform/linux/include)
+  set(ZEVRIN_PUBLIC_INCLUDE ${PROJECT_SOURCE_DIR}/include ${PROJECT_SOURCE_DIR}/platform/linux/api/include)
 endif()
 
 # So many sources are compiled as one, where they are: in some targets always, in all where CMAKE_UNITY_BUILD is on, as
 # it is in the presets whose programs are not worked on.
 set(CMAKE_UNITY_BUILD_BATCH_SIZE 12)
+
+# A folder's sources go into a target as they come. Where sources are gathered, those of a folder become one.
+macro(zevrin_sources target)
+  file(GLOB sources CONFIGURE_DEPENDS *.cpp)
+  target_sources(${target} PRIVATE ${sources})
+  set_target_properties(${target} PROPERTIES UNITY_BUILD_MODE GROUP)
+  set_source_files_properties(${sources} TARGET_DIRECTORY ${target} PROPERTIES UNITY_GROUP ${CMAKE_CURRENT_SOURCE_DIR})
+endmacro()
 
 # Programs and DLLs side by side, so that Windows programs find theirs.
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)

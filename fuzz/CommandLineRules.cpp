@@ -1,6 +1,6 @@
 #include "Rules.h"
 
-#include "CommandLine.h"
+#include "platform/linux/processes/CommandLine.h"
 
 #include <algorithm>
 #include <sstream>

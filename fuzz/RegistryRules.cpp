@@ -1,6 +1,6 @@
 #include "Rules.h"
 
-#include "RegistryStore.h"
+#include "platform/linux/registry/RegistryStore.h"
 #include "support/ScratchFolder.h"
 
 #include <memory>

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "platform/Service.h"
-#include "system/AccessLists.h"
-#include "system/Call.h"
+#include "win32/AccessLists.h"
+#include "win32/Call.h"
 
 // These give the error themselves, 0 for none, but for the string of a SID.
 struct AccessListCalls

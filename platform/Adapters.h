@@ -2,8 +2,8 @@
 #pragma once
 
 #include "platform/Service.h"
-#include "system/Adapters.h"
-#include "system/Call.h"
+#include "win32/Adapters.h"
+#include "win32/Call.h"
 
 struct AdapterCalls
 {

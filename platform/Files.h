@@ -8,8 +8,8 @@
 #pragma once
 
 #include "platform/Service.h"
-#include "system/Call.h"
-#include "system/Files.h"
+#include "win32/Call.h"
+#include "win32/Files.h"
 
 struct FileCalls
 {

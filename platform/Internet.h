@@ -6,8 +6,8 @@
 #pragma once
 
 #include "platform/Service.h"
-#include "system/Call.h"
-#include "system/Internet.h"
+#include "win32/Call.h"
+#include "win32/Internet.h"
 
 struct InternetCalls
 {

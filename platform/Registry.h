@@ -1,13 +1,13 @@
 // The registry. Its calls give their error as the result, and the last error means nothing.
 //
-// On Linux it is a database of our own (platform/linux/RegistryStore.h): names are bytes, compared without regard
-// to case as UTF-8, and the only root is HKEY_LOCAL_MACHINE. What a call has reported as written is seen by every
-// process, and stays when the process is killed.
+// On Linux it is a database of our own (platform/linux/registry/RegistryStore.h): names are bytes, compared without
+// regard to case as UTF-8, and the only root is HKEY_LOCAL_MACHINE. What a call has reported as written is seen by
+// every process, and stays when the process is killed.
 #pragma once
 
 #include "platform/Service.h"
-#include "system/Call.h"
-#include "system/Registry.h"
+#include "win32/Call.h"
+#include "win32/Registry.h"
 
 struct RegistryCalls
 {

@@ -5,8 +5,8 @@
 #pragma once
 
 #include "platform/Service.h"
-#include "system/Call.h"
-#include "system/Shell.h"
+#include "win32/Call.h"
+#include "win32/Shell.h"
 
 struct ShellCalls
 {

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "platform/Service.h"
-#include "system/Call.h"
-#include "system/Text.h"
+#include "win32/Call.h"
+#include "win32/Text.h"
 
 struct TextCalls
 {

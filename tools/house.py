@@ -29,7 +29,7 @@ BESIDES = {
 LIBRARIES = {"encoding": "immintrin.h", "fendrel": "spdlog/", "hosts": "CLI/"}
 OF_ONE_SYSTEM = ("hosts/zvu/linux/", "hosts/zvu/windows/")
 # Where a header in quotes is found, beside the folder of who includes it.
-INCLUDE_ROOTS = [ROOT, ROOT / "include", ROOT / "platform/linux/include", ROOT / "platform/windows/include"]
+INCLUDE_ROOTS = [ROOT, ROOT / "include", ROOT / "platform/linux/api/include", ROOT / "platform/windows/api/include", ROOT / "platform/linux/api"]
 EXPORT_MACROS = {"include/ZevrinUtils/Export.h", "include/Fendrel/Trace.h"}
 
 PLATFORM_CONDITION = re.compile(r"^\s*#\s*(el)?if.*(WIN32|__linux__|__unix__|__MINGW)")
@@ -57,7 +57,7 @@ def room_of(included, room):
     first = included.split("/")[0]
     if first in ("ZevrinUtils", "Fendrel"):
         return "include"
-    if first == "system":
+    if first == "win32":
         return "platform"
     return first if "/" in included and first in BELOW else room
 
@@ -105,7 +105,7 @@ def check_file(name, build_files, direct_call):
     if name.endswith(".h") and "#pragma once" not in text:
         yield f"{name}: no #pragma once"
     if name.endswith(".cpp") and not any(
-        re.search(rf"(^|[\s/>]){re.escape(PurePosixPath(name).name)}\b", build_files[folder])
+        re.search(rf"(^|[\s/>]){re.escape(PurePosixPath(name).name)}\b|zevrin_sources", build_files[folder])
         for folder in map(str, PurePosixPath(name).parents)
         if folder in build_files
     ):

@@ -1,0 +1,123 @@
+#include "OpenFile.h"
+#include "platform/linux/base/Paths.h"
+
+#include <algorithm>
+#include <climits>
+
+#include <fcntl.h>
+
+namespace
+{
+constexpr std::size_t nBlock = 0x10000;
+constexpr std::size_t nMostAtOnce = 0x40000000;
+
+// Whether the kernel copies between these files by itself, which file systems that can share blocks do at once.
+// It says so with the first call.
+bool CannotBeLeftToTheKernel(int nErrno) noexcept
+{
+    return nErrno == EXDEV || nErrno == EINVAL || nErrno == ENOSYS || nErrno == EOPNOTSUPP || nErrno == EPERM;
+}
+
+bool CopyInKernel(int nSource, int nTarget, off_t nSize, off_t& nDone)
+{
+    while (nDone < nSize)
+    {
+        const ssize_t nCopied = ::copy_file_range(nSource, nullptr, nTarget, nullptr, nMostAtOnce, 0);
+        if (nCopied == 0)
+            return true;   // it has become shorter
+        if (nCopied < 0 && errno != EINTR)
+            return nDone == 0 && CannotBeLeftToTheKernel(errno);
+        nDone += std::max<ssize_t>(nCopied, 0);
+    }
+    return true;
+}
+
+// To the end of the source, which may lie elsewhere than its size says: some systems tell none.
+bool CopyBytes(int nSource, int nTarget, off_t nSize)
+{
+    off_t nDone = 0;
+    if (nSize > static_cast<off_t>(nBlock) && !CopyInKernel(nSource, nTarget, nSize, nDone))
+        return false;
+    char achBlock[nBlock];
+    while (nSize == 0 || nDone < nSize)
+    {
+        const ssize_t nRead = ::read(nSource, achBlock, nBlock);
+        if (nRead == 0)
+            return true;
+        if (nRead < 0 && errno != EINTR)
+            return false;
+        const auto nBytes = std::max<ssize_t>(nRead, 0);
+        if (WriteAll(nTarget, achBlock, static_cast<std::size_t>(nBytes)) != static_cast<std::size_t>(nBytes))
+            return false;
+        nDone += nBytes;
+    }
+    return true;
+}
+
+// As far as the file system and the target's owner let it.
+void CopyTimesAndMode(const struct stat& oSource, int nTarget)
+{
+    struct stat oTarget;
+    if (::fstat(nTarget, &oTarget) == 0 && (oTarget.st_mode ^ oSource.st_mode) & ACCESSPERMS)
+        static_cast<void>(::fchmod(nTarget, oSource.st_mode & ACCESSPERMS));
+    const timespec aoTimes[] = {oSource.st_atim, oSource.st_mtim};
+    static_cast<void>(::futimens(nTarget, aoTimes));
+}
+
+// What a link to a folder says, in a link of its own.
+BOOL CopyLink(const char* pszSource, const char* pszTarget)
+{
+    char achTarget[PATH_MAX];
+    const ssize_t nLength = ::readlink(pszSource, achTarget, sizeof achTarget - 1);
+    if (nLength < 0)
+        return FailOnPath(pszSource, FALSE);
+    achTarget[nLength] = 0;
+    if (::symlink(achTarget, pszTarget) == 0)
+        return TRUE;
+    if (errno != EEXIST || ::unlink(pszTarget) != 0 || ::symlink(achTarget, pszTarget) != 0)
+        return FailOnPath(pszTarget, FALSE);
+    return TRUE;
+}
+
+BOOL CopyContent(int nSource, const struct stat& oSource, const char* pszTarget)
+{
+    struct stat oTarget;
+    // Writable at first, also where the copy is to be read-only.
+    const Descriptor oWrite =
+        OpenFile(pszTarget, GENERIC_WRITE, 0, CREATE_ALWAYS, (oSource.st_mode & ACCESSPERMS) | S_IWUSR, oTarget);
+    if (!oWrite)
+        return FALSE;
+    if (!CopyBytes(nSource, oWrite.Get(), oSource.st_size))
+    {
+        const DWORD nError = ErrorOfErrno(errno);
+        if (S_ISREG(oTarget.st_mode))
+            ::unlink(pszTarget);
+        return Fail(nError, FALSE);
+    }
+    CopyTimesAndMode(oSource, oWrite.Get());
+    return TRUE;
+}
+
+bool IsLink(const char* pszNativePath)
+{
+    struct stat oStatus;
+    return ::lstat(pszNativePath, &oStatus) == 0 && S_ISLNK(oStatus.st_mode);
+}
+}
+
+BOOL win32::CopyFileA(LPCSTR pszSource, LPCSTR pszTarget, BOOL bFailIfExists)
+{
+    if (bFailIfExists)
+        return Fail(ERROR_NOT_SUPPORTED, FALSE);
+    return OrOutOfMemory(FALSE, [&] {
+        const NativePath oSource(pszSource);
+        const NativePath oTarget(pszTarget);
+        struct stat oStatus = {};
+        const Descriptor oRead = OpenFile(oSource, GENERIC_READ, FILE_SHARE_READ, OPEN_EXISTING, 0, oStatus);
+        if (!oRead)
+            return S_ISDIR(oStatus.st_mode) && IsLink(oSource) ? CopyLink(oSource, oTarget) : FALSE;
+        if (!S_ISREG(oStatus.st_mode))
+            return Fail(ERROR_NOT_SUPPORTED, FALSE);
+        return CopyContent(oRead.Get(), oStatus, oTarget);
+    });
+}

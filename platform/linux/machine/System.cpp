@@ -1,0 +1,78 @@
+#include "win32/System.h"
+
+#include "platform/linux/base/Errno.h"
+#include "platform/linux/base/Paths.h"
+#include "platform/linux/processes/CommandLine.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <fstream>
+#include <iterator>
+
+#include <sys/statvfs.h>
+
+namespace
+{
+constexpr DWORD nKnownFlags =
+    FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_IGNORE_INSERTS | FORMAT_MESSAGE_FROM_SYSTEM;
+constexpr DWORD nUsersLanguage = 0x400;
+
+std::string MakeCommandLine()
+{
+    std::ifstream oFile("/proc/self/cmdline", std::ios::binary);
+    std::string strLine;
+    for (std::string strArgument; std::getline(oFile, strArgument, '\0');)
+        strLine.append(strLine.empty() ? 0 : 1, ' ').append(QuotedArgument(strArgument));
+    return strLine;
+}
+}
+
+BOOL win32::GetDiskFreeSpaceExA(LPCSTR pszFolder, PULARGE_INTEGER pnFreeToCaller, PULARGE_INTEGER pnTotal,
+                                PULARGE_INTEGER pnFree)
+{
+    return OrOutOfMemory(FALSE, [&] {
+        const NativePath oPath(pszFolder ? pszFolder : ".");
+        struct statvfs oDisk;
+        if (::statvfs(oPath, &oDisk) != 0)
+            return FailOnPath(oPath, FALSE);
+        pnFreeToCaller->QuadPart = ULONGLONG{oDisk.f_bavail} * oDisk.f_frsize;
+        pnTotal->QuadPart = ULONGLONG{oDisk.f_blocks} * oDisk.f_frsize;
+        pnFree->QuadPart = ULONGLONG{oDisk.f_bfree} * oDisk.f_frsize;
+        return TRUE;
+    });
+}
+
+DWORD win32::FormatMessageA(DWORD nFlags, LPCVOID pSource, DWORD nMessage, DWORD nLanguage, LPSTR pszBuffer,
+                            DWORD nSize, va_list* pArguments)
+{
+    if (nFlags != nKnownFlags || pSource || nLanguage != nUsersLanguage || nSize || pArguments)
+        return Fail(ERROR_NOT_SUPPORTED, DWORD{0});
+    const int nErrno = ErrnoOfError(nMessage);
+    if (nErrno < 0)
+        return Fail(ERROR_MR_MID_NOT_FOUND, DWORD{0});
+    return OrOutOfMemory(DWORD{0}, [&] {
+        char achText[256];
+        const std::string strText = std::string(::strerror_r(nErrno, achText, sizeof achText)) + "\r\n";
+        char* const pszText = ::strdup(strText.c_str());
+        if (!pszText)
+            throw std::bad_alloc();
+        std::memcpy(pszBuffer, &pszText, sizeof pszText);   // which is the place for a pointer
+        return static_cast<DWORD>(strText.size());
+    });
+}
+
+HLOCAL win32::LocalFree(HLOCAL hMemory)
+{
+    std::free(hMemory);
+    return nullptr;
+}
+
+LPSTR win32::GetCommandLineA()
+{
+    static char s_szEmpty[] = "";
+    return OrOutOfMemory<LPSTR>(s_szEmpty, [] {
+        static std::string s_strLine = MakeCommandLine();
+        return s_strLine.data();
+    });
+}

@@ -1,0 +1,99 @@
+#include "win32/Adapters.h"
+
+#include "platform/linux/base/Errno.h"
+
+#include <cstring>
+#include <map>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <arpa/inet.h>
+#include <ifaddrs.h>
+#include <net/if.h>
+
+namespace
+{
+// Address texts of each adapter, by its name.
+using AdapterMap = std::map<std::string, std::vector<std::string>>;
+
+std::string TextOf(const sockaddr& oAddress)
+{
+    sockaddr_in oInternet;
+    std::memcpy(&oInternet, &oAddress, sizeof oInternet);
+    char achText[INET_ADDRSTRLEN];
+    return inet_ntop(AF_INET, &oInternet.sin_addr, achText, sizeof achText);
+}
+
+AdapterMap Collect(const ifaddrs* pAddress)
+{
+    AdapterMap oAdapters;
+    for (; pAddress; pAddress = pAddress->ifa_next)
+    {
+        if (pAddress->ifa_flags & IFF_LOOPBACK)
+            continue;
+        auto& oTexts = oAdapters[pAddress->ifa_name];
+        if (pAddress->ifa_addr && pAddress->ifa_addr->sa_family == AF_INET)
+            oTexts.push_back(TextOf(*pAddress->ifa_addr));
+    }
+    for (auto& [strName, oTexts] : oAdapters)
+        if (oTexts.empty())
+            oTexts.emplace_back("0.0.0.0");
+    return oAdapters;
+}
+
+// Adapters first, then the addresses that do not lie in one of them.
+std::size_t SizeOf(const AdapterMap& oAdapters)
+{
+    std::size_t nSize = oAdapters.size() * sizeof(IP_ADAPTER_INFO);
+    for (const auto& [strName, oTexts] : oAdapters)
+        nSize += (oTexts.size() - 1) * sizeof(IP_ADDR_STRING);
+    return nSize;
+}
+
+void Fill(IP_ADAPTER_INFO* pAdapter, const AdapterMap& oAdapters)
+{
+    auto* pMore = reinterpret_cast<IP_ADDR_STRING*>(pAdapter + oAdapters.size());
+    IP_ADAPTER_INFO* pBefore = nullptr;
+    for (const auto& [strName, oTexts] : oAdapters)
+    {
+        *pAdapter = {};
+        if (pBefore)
+            pBefore->Next = pAdapter;
+        auto* pAddress = &pAdapter->IpAddressList;
+        oTexts[0].copy(pAddress->IpAddress.String, sizeof pAddress->IpAddress.String - 1);
+        for (std::size_t n = 1; n < oTexts.size(); ++n)
+        {
+            *pMore = {};
+            oTexts[n].copy(pMore->IpAddress.String, sizeof pMore->IpAddress.String - 1);
+            pAddress = pAddress->Next = pMore++;
+        }
+        pBefore = pAdapter++;
+    }
+}
+
+ULONG GiveAdapters(const ifaddrs* pAddresses, PIP_ADAPTER_INFO pAdapters, ULONG& nSize)
+{
+    const AdapterMap oAdapters = Collect(pAddresses);
+    if (oAdapters.empty())
+        return ERROR_NO_DATA;
+    const auto nNeeded = static_cast<ULONG>(SizeOf(oAdapters));
+    const ULONG nHas = std::exchange(nSize, nNeeded);
+    if (!pAdapters || nHas < nNeeded)
+        return ERROR_BUFFER_OVERFLOW;
+    Fill(pAdapters, oAdapters);
+    return ERROR_SUCCESS;
+}
+}
+
+ULONG win32::GetAdaptersInfo(PIP_ADAPTER_INFO pAdapters, ULONG* pnSize)
+{
+    ifaddrs* pAddresses = nullptr;
+    if (!pnSize)
+        return ERROR_INVALID_PARAMETER;
+    if (::getifaddrs(&pAddresses) != 0)
+        return ErrorOfErrno(errno);
+    const std::unique_ptr<ifaddrs, decltype(&::freeifaddrs)> pOwned(pAddresses, &::freeifaddrs);
+    return OrOutOfMemory(ULONG{ERROR_NOT_ENOUGH_MEMORY}, [&] { return GiveAdapters(pAddresses, pAdapters, *pnSize); });
+}

@@ -1,0 +1,94 @@
+#include "win32/Threads.h"
+#include "Waitable.h"
+#include "platform/linux/base/Failure.h"
+
+#include <atomic>
+#include <csignal>
+
+#include <pthread.h>
+
+namespace
+{
+// Set once the thread has ended.
+class Thread final : public Waitable
+{
+public:
+    Thread(LPTHREAD_START_ROUTINE pStart, LPVOID pArgument) noexcept
+        : Waitable(false), m_pStart(pStart), m_pArgument(pArgument)
+    {
+    }
+
+    void Run()
+    {
+        m_nExitCode = m_pStart(m_pArgument);
+        Set();
+    }
+
+    DWORD ExitCode() const noexcept { return m_nExitCode; }
+
+private:
+    const LPTHREAD_START_ROUTINE m_pStart;
+    const LPVOID m_pArgument;
+    std::atomic<DWORD> m_nExitCode = STILL_ACTIVE;
+};
+
+// Owns the running thread's share of the object, so that the handle may be closed meanwhile.
+void* RunThread(void* pShare)
+{
+    const std::unique_ptr<std::shared_ptr<Thread>> pThread(static_cast<std::shared_ptr<Thread>*>(pShare));
+    (*pThread)->Run();
+    return nullptr;
+}
+
+// A thread of the library takes no signals that are sent to the process: those are for the host's own
+// threads. Those of a fault of its own stay, so that the host's crash handler sees it.
+bool StartDetached(std::unique_ptr<std::shared_ptr<Thread>> pShare)
+{
+    sigset_t oSent;
+    sigset_t oBefore;
+    sigfillset(&oSent);
+    for (const int nFault : {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGTRAP})
+        sigdelset(&oSent, nFault);
+    pthread_sigmask(SIG_SETMASK, &oSent, &oBefore);
+
+    pthread_attr_t oAttributes;
+    pthread_attr_init(&oAttributes);
+    pthread_attr_setdetachstate(&oAttributes, PTHREAD_CREATE_DETACHED);
+    pthread_t nId{};
+    const bool bStarted = pthread_create(&nId, &oAttributes, RunThread, pShare.get()) == 0;
+    pthread_attr_destroy(&oAttributes);
+
+    pthread_sigmask(SIG_SETMASK, &oBefore, nullptr);
+    if (bStarted)
+        static_cast<void>(pShare.release());   // the thread's now
+    return bStarted;
+}
+}
+
+HANDLE win32::CreateThread(LPSECURITY_ATTRIBUTES pSecurity, SIZE_T nStackSize, LPTHREAD_START_ROUTINE pStart,
+                           LPVOID pArgument, DWORD nFlags, LPDWORD pnThreadId)
+{
+    if (pSecurity || nStackSize != 0 || nFlags != 0 || pnThreadId)
+        return Fail(ERROR_NOT_SUPPORTED, HANDLE{});
+
+    return OrOutOfMemory(HANDLE{}, [&] {
+        const auto pThread = std::make_shared<Thread>(pStart, pArgument);
+        auto pShare = std::make_unique<std::shared_ptr<Thread>>(pThread);
+        NewHandle oThread(pThread);
+        return StartDetached(std::move(pShare)) ? oThread.Give() : Fail(ERROR_NOT_ENOUGH_MEMORY, HANDLE{});
+    });
+}
+
+BOOL win32::GetExitCodeThread(HANDLE hThread, LPDWORD pnExitCode)
+{
+    const auto pThread = FindObjectOf<Thread>(hThread);
+    if (!pThread)
+        return Fail(ERROR_INVALID_HANDLE, FALSE);
+    *pnExitCode = pThread->ExitCode();
+    return TRUE;
+}
+
+BOOL win32::TerminateThread(HANDLE, DWORD)
+{
+    return Fail(ERROR_NOT_SUPPORTED, FALSE);
+}
