@@ -2,8 +2,8 @@
 
 #include "fendrel/Lock.h"
 #include "fendrel/Sink.h"
-#include "platform/Immortal.h"
-#include "platform/OrEmpty.h"
+#include "util/Immortal.h"
+#include "util/OrEmpty.h"
 
 #include <atomic>
 #include <mutex>

@@ -1,8 +1,8 @@
 #include "ZevrinUtils/framework/Exception.h"
 
 #include "platform/Errors.h"
-#include "platform/OrEmpty.h"
-#include "platform/Table.h"
+#include "util/OrEmpty.h"
+#include "util/Table.h"
 
 #include <algorithm>
 #include <cstring>

@@ -2,7 +2,7 @@
 
 #include "platform/Errors.h"
 #include "platform/Handles.h"
-#include "platform/OrEmpty.h"
+#include "util/OrEmpty.h"
 
 #include <memory>
 #include <utility>

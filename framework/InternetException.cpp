@@ -1,7 +1,7 @@
 #include "ZevrinUtils/framework/InternetException.h"
 
 #include "platform/Internet.h"
-#include "platform/Table.h"
+#include "util/Table.h"
 
 #include <string>
 

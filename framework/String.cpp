@@ -1,7 +1,7 @@
 #include "ZevrinUtils/framework/String.h"
 
-#include "platform/OrEmpty.h"
 #include "platform/Text.h"
+#include "util/OrEmpty.h"
 
 #include <algorithm>
 #include <cstdarg>

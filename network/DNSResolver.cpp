@@ -1,7 +1,7 @@
 #include "ZevrinUtils/DNSResolver.h"
 
-#include "frame/Hold.h"
-#include "frame/MethodTrace.h"
+#include "framework/Hold.h"
+#include "framework/MethodTrace.h"
 #include "framework/ModuleThread.h"
 #include "platform/Handles.h"
 #include "platform/Sockets.h"

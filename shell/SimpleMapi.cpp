@@ -4,7 +4,7 @@
 #include "platform/Memory.h"
 #include "platform/Modules.h"
 #include "platform/Profile.h"
-#include "platform/Table.h"
+#include "util/Table.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -1,123 +1,166 @@
 #!/usr/bin/env python3
-"""Holds the sources against the rules of the house; docs/ARCHITECTURE.md tells the reasons."""
+"""Holds the sources against the rules of the house; docs/ARCHITECTURE.md tells the reasons.
+
+A room is a folder whose build file begins with what it is for and whom it may include: "# Purpose. Includes: a, b."
+"""
 
 import re
 import subprocess
 import sys
+from functools import cache
+from graphlib import CycleError, TopologicalSorter
 from pathlib import Path, PurePosixPath
 
 ROOT = Path(__file__).resolve().parent.parent
 
-# What a folder may include of the others. Subsystems do not know each other.
-BELOW = {
-    "platform": {"include"},
-    "fendrel": {"platform", "include"},
-    "include": set(),
-    "framework": {"platform", "include"},
-    "frame": {"framework", "platform", "include"},
-    **dict.fromkeys(["network", "http", "config", "encoding", "shell"], {"framework", "platform", "include"}),
-    "hosts": {"include"},
-}
-# The only files that use more, and what.
-BESIDES = {
-    "network/DNSResolver.cpp": {"frame"},
-    "config/SystemInfo.cpp": {"frame"},
-    "frame/LoadTimeObjects.cpp": {"network", "http", "shell"},  # builds what they declare, in one order
-}
 # Headers in angle brackets, beside the standard library's, which have no dot and no folder. The hosts are no part
 # of the library: what they ask of the system stands in a folder for each.
-LIBRARIES = {"encoding": "immintrin.h", "fendrel": "spdlog/", "hosts": "CLI/"}
-OF_ONE_SYSTEM = ("hosts/zvu/linux/", "hosts/zvu/windows/")
-# Where a header in quotes is found, beside the folder of who includes it.
-INCLUDE_ROOTS = [ROOT, ROOT / "include", ROOT / "platform/linux/api/include", ROOT / "platform/windows/api/include", ROOT / "platform/linux/api"]
+LIBRARIES = {"encoding": "immintrin.h", "fendrel": "spdlog/", "hosts/zvu": "CLI/"}
+OF_ONE_SYSTEM = ("platform/", "hosts/zvu/linux/", "hosts/zvu/windows/")
+# Where a header in quotes is found, beside the folder of who includes it. The types of a system are found in its api/.
+INCLUDE_ROOTS = ["", "include"] + [
+    f"platform/{system}/api{folder}" for system in ("linux", "windows") for folder in ("", "/include")
+]
 EXPORT_MACROS = {"include/ZevrinUtils/Export.h", "include/Fendrel/Trace.h"}
+WITHOUT_ROOMS = ("tests/", "benchmarks/", "fuzz/")  # which talk to the system themselves
 
 PLATFORM_CONDITION = re.compile(r"^\s*#\s*(el)?if.*(WIN32|__linux__|__unix__|__MINGW)")
 INCLUDE = re.compile(r'^\s*#\s*include\s*(["<])([^">]+)[">]')
 NOTE = re.compile(r"\b(TODO|FIXME|XXX|HACK)\b")
 MOST_LINES = 400
+MOST_SOURCES = 15
 
 
+@cache
 def files(*patterns):
     names = subprocess.run(
         ["git", "ls-files", "--cached", "--others", "--exclude-standard", *patterns],
         cwd=ROOT, check=True, capture_output=True, text=True,
     ).stdout.splitlines()
-    return sorted(name for name in names if (ROOT / name).exists())
+    return sorted({name for name in names if (ROOT / name).exists()})
 
 
-def platform_calls():
-    names = set()
-    for header in files("platform/*.h"):
-        names |= set(re.findall(r"^\s*PLATFORM_CALL\((\w+)\)", (ROOT / header).read_text(), re.M))
-    return names
+@cache
+def text_of(name):
+    return (ROOT / name).read_text()
 
 
-def room_of(included, room):
-    first = included.split("/")[0]
-    if first in ("ZevrinUtils", "Fendrel"):
-        return "include"
-    if first == "win32":
-        return "platform"
-    return first if "/" in included and first in BELOW else room
+def parent(name):
+    return str(PurePosixPath(name).parent)
 
 
-def check_include(name, room, bracket, included):
+@cache
+def rooms():
+    """Of each room the names of those that it may include. Rooms side by side know each other by their last names."""
+    found = {"include": set()}
+    for build_file in files("*CMakeLists.txt"):
+        paragraph = re.match(r"(#[^\n]+\n)+", text_of(build_file))
+        claim = paragraph and re.search(r"Includes: ([^.]+)\.", paragraph[0].replace("\n#", ""))
+        if claim:
+            found[parent(build_file)] = set(claim[1].split(", ")) - {"nothing"}
+    for room, below in found.items():
+        beside = {name: f"{parent(room)}/{name}" for name in below if f"{parent(room)}/{name}" in found}
+        found[room] = {beside.get(name, name) for name in below}
+    return found
+
+
+def room_of(name):
+    return next((folder for folder in map(str, PurePosixPath(name).parents) if folder in rooms()), "")
+
+
+def find_included(name, included):
+    """The names that a rule may have for the room of a header in quotes; none if there is no such header."""
+    for root in [parent(name), *INCLUDE_ROOTS]:
+        if (ROOT / root / included).is_file():
+            room = room_of(str(PurePosixPath(root, included)))
+            return {room, *(["include"] if root.endswith("/include") else []), *(["api"] if "/api" in root else [])}
+    return set()
+
+
+def check_include(name, bracket, included):
+    room = room_of(name)
     if bracket == "<":
-        if name.startswith(OF_ONE_SYSTEM):
-            return
         known = LIBRARIES.get(room)
-        if ("." in included or "/" in included) and not (known and included.startswith(known)):
+        foreign = "." in included or "/" in included
+        if foreign and not name.startswith(OF_ONE_SYSTEM) and not (known and included.startswith(known)):
             yield f"<{included}> is not for {room}/"
-    elif not any((folder / included).is_file() for folder in [(ROOT / name).parent, *INCLUDE_ROOTS]):
+        return
+    found = find_included(name, included)
+    if not found:
         yield f'"{included}" is no header of the house'
-    elif room in BELOW:
-        other = room_of(included, room)
-        if included.startswith("../") and room != "hosts":
-            yield f'"{included}" goes round the folders'
-        if other != room and other not in BELOW[room] | BESIDES.get(name, set()):
-            yield f"{room}/ does not include {other}/"
+        return
+    if included.startswith("../") and not room.startswith("hosts"):
+        yield f'"{included}" goes round the folders'
+    allowed = rooms()[room] | {room} | ({"api"} if rooms()[room] & {"platform/linux/api"} else set())
+    if not found & allowed:
+        yield f"{room}/ does not include {included}"
 
 
 def check_line(name, line, direct_call):
-    room = name.split("/")[0]
     if NOTE.search(line):
         yield "a note to self"
-    if room == "platform":
+    if included := INCLUDE.match(line):
+        if not name.startswith(WITHOUT_ROOMS):
+            yield from check_include(name, *included.groups())
+    if name.startswith("platform/"):
         return
     if PLATFORM_CONDITION.match(line) and name not in EXPORT_MACROS:
         yield "a platform condition outside platform/"
-    if included := INCLUDE.match(line):
-        if room not in ("tests", "benchmarks", "fuzz"):  # which talk to the system themselves
-            yield from check_include(name, room, *included.groups())
-    elif room not in ("tests", "benchmarks", "fuzz", "hosts") and direct_call.search(line.split("//")[0]):
+    if not name.startswith((*WITHOUT_ROOMS, "hosts/")) and direct_call.search(line.split("//")[0]):
         yield "a call of the system that goes round its table"
 
 
-def check_file(name, build_files, direct_call):
-    text = (ROOT / name).read_text()
-    lines = text.splitlines()
+def check_file(name, direct_call):
+    lines = text_of(name).splitlines()
     for number, line in enumerate(lines, 1):
         for fault in check_line(name, line, direct_call):
             yield f"{name}:{number}: {fault}"
     if len(lines) > MOST_LINES:
         yield f"{name}: {len(lines)} lines; a piece of it wants a name of its own"
-    if name.endswith(".h") and "#pragma once" not in text:
+    if name.endswith(".h") and "#pragma once" not in text_of(name):
         yield f"{name}: no #pragma once"
-    if name.endswith(".cpp") and not any(
-        re.search(rf"(^|[\s/>]){re.escape(PurePosixPath(name).name)}\b|zevrin_sources", build_files[folder])
-        for folder in map(str, PurePosixPath(name).parents)
-        if folder in build_files
-    ):
+    if name.endswith(".cpp") and not is_built(name):
         yield f"{name}: in no CMakeLists.txt"
 
 
+def is_built(name):
+    """Named in a build file at or above it, or beside one that takes all of a folder's sources, or its tests."""
+    own = re.compile(rf"(^|[\s/>]){re.escape(PurePosixPath(name).name)}\b", re.M)
+    taken = rf"zevrin_test\({parent(name).removeprefix('tests/')}\b" if name.endswith("Test.cpp") else "zevrin_sources"
+    for folder in map(str, PurePosixPath(name).parents):
+        build_file = f"{folder}/CMakeLists.txt" if folder != "." else "CMakeLists.txt"
+        if build_file in files("*CMakeLists.txt"):
+            text = text_of(build_file)
+            if own.search(text) or ((folder == parent(name) or taken != "zevrin_sources") and re.search(taken, text)):
+                return True
+    return False
+
+
+def check_rooms():
+    try:
+        TopologicalSorter(rooms()).prepare()
+    except CycleError as error:
+        yield "rooms that include each other: " + " ".join(error.args[1])
+    for room in rooms():
+        sources = [name for name in files("*.cpp") if parent(name) == room]
+        if len(sources) > MOST_SOURCES and room != "hosts/zvu":
+            yield f"{room}/ has {len(sources)} sources; a subject of it wants a room of its own"
+    for name in files("*.cpp", "*.h"):
+        if not room_of(name) and not name.startswith(WITHOUT_ROOMS):
+            yield f"{name}: in a folder whose build file does not say what it is for"
+
+
+def platform_calls():
+    for header in files("platform/*.h"):
+        yield from re.findall(r"^\s*PLATFORM_CALL\((\w+)\)", text_of(header), re.M)
+
+
 def main():
-    build_files = {str(PurePosixPath(name).parent): (ROOT / name).read_text() for name in files("*CMakeLists.txt")}
     # A platform call by its bare name; through a table it stands behind a dot. Behind a type it is declared: a
     # class may have an operation of that name.
     direct_call = re.compile(rf"(?<![\w.:>\"])(?<!void )(::)?\b({'|'.join(sorted(platform_calls()))})\(")
-    faults = [fault for name in files("*.cpp", "*.h") for fault in check_file(name, build_files, direct_call)]
+    faults = list(check_rooms())
+    faults += [fault for name in files("*.cpp", "*.h") for fault in check_file(name, direct_call)]
     print("\n".join(faults) if faults else "the house is in order")
     return 1 if faults else 0
 

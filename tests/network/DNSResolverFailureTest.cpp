@@ -15,14 +15,14 @@ const auto& s_oNative = PlatformService<ThreadCalls>::s_oNative;
 
 using FailingThreads = Substitution<ThreadCalls>;
 
-class ResolverFailureTest : public ResolverTest
+class DNSResolverFailures : public DNSResolver
 {
 protected:
-    ResolverFailureTest() { m_pResolver.reset(); }   // each makes its own, with the calls replaced
+    DNSResolverFailures() { m_pResolver.reset(); }   // each makes its own, with the calls replaced
 };
 }
 
-TEST_F(ResolverFailureTest, ThreadThatCannotStartIsTriedAgainAtTheNextAsk)
+TEST_F(DNSResolverFailures, ThreadThatCannotStartIsTriedAgainAtTheNextAsk)
 {
     m_pResolver = CSDNSResolverPeer::Make();
     {
@@ -42,7 +42,7 @@ TEST_F(ResolverFailureTest, ThreadThatCannotStartIsTriedAgainAtTheNextAsk)
     EXPECT_EQ(AnswerFor("10.1.2.3"), "name-1");
 }
 
-TEST_F(ResolverFailureTest, ComThatIsStartedAlreadyOrRefusedIsReportedAndPassedOver)
+TEST_F(DNSResolverFailures, ComThatIsStartedAlreadyOrRefusedIsReportedAndPassedOver)
 {
     static HRESULT s_nResult;
     static int s_nStopped = 0;
@@ -61,7 +61,7 @@ TEST_F(ResolverFailureTest, ComThatIsStartedAlreadyOrRefusedIsReportedAndPassedO
     EXPECT_EQ(m_oTrace.Count("1 ::CoInitialize(NULL) failed"), 2);
 }
 
-TEST_F(ResolverFailureTest, FailedWaitEndsTheThreadForGoodAndLeavesTheAnswers)
+TEST_F(DNSResolverFailures, FailedWaitEndsTheThreadForGoodAndLeavesTheAnswers)
 {
     static std::atomic<bool> s_bFail = false;
     const FailingThreads oFake([](ThreadCalls& oCalls) {
@@ -83,7 +83,7 @@ TEST_F(ResolverFailureTest, FailedWaitEndsTheThreadForGoodAndLeavesTheAnswers)
 }
 
 // The platform sees the stop event set: at every moment, or from the time on at which a lookup would begin.
-TEST_F(ResolverFailureTest, AStopRequestIsSeenBeforeQueueingAndBeforeALookup)
+TEST_F(DNSResolverFailures, AStopRequestIsSeenBeforeQueueingAndBeforeALookup)
 {
     static std::atomic<bool> s_bStopAsked = true;
     const FailingThreads oFake([](ThreadCalls& oCalls) {
@@ -108,7 +108,7 @@ TEST_F(ResolverFailureTest, AStopRequestIsSeenBeforeQueueingAndBeforeALookup)
     m_pResolver.reset();
 }
 
-TEST_F(ResolverFailureTest, InstanceIsBuiltAnewAfterAConstructorThatThrew)
+TEST_F(DNSResolverFailures, InstanceIsBuiltAnewAfterAConstructorThatThrew)
 {
     {
         const FailingThreads oFake([](ThreadCalls& oCalls) {

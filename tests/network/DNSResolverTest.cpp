@@ -5,7 +5,7 @@
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-TEST_F(ResolverTest, TextWithoutAnAddressComesBackAndStartsNothing)
+TEST_F(DNSResolver, TextWithoutAnAddressComesBackAndStartsNothing)
 {
     EXPECT_EQ(m_pResolver->GetDNSName(nullptr), "");
     for (const char* pszText : {"", ":80", ":", "::1"})
@@ -14,7 +14,7 @@ TEST_F(ResolverTest, TextWithoutAnAddressComesBackAndStartsNothing)
     EXPECT_THAT(m_oTrace.Messages(), IsEmpty());   // no thread that could have reported its stop
 }
 
-TEST_F(ResolverTest, QueuesAnAddressOnceAndLooksUpInOrder)
+TEST_F(DNSResolver, QueuesAnAddressOnceAndLooksUpInOrder)
 {
     m_oNames.Hold();
     EXPECT_EQ(Ask("10.1.2.3:8080"), "10.1.2.3:8080");
@@ -32,7 +32,7 @@ TEST_F(ResolverTest, QueuesAnAddressOnceAndLooksUpInOrder)
     EXPECT_EQ(m_oTrace.Count("3 ResolveDNS - IP: 10.1.2.4 DNS: name-2"), 1);
 }
 
-TEST_F(ResolverTest, KeepsAFailureAsTheAddressWithoutItsPortUntilTheReset)
+TEST_F(DNSResolver, KeepsAFailureAsTheAddressWithoutItsPortUntilTheReset)
 {
     for (const char* pszFailing : {"10.9.0.1", "10.8.0.1", "no address", "255.255.255.255"})
     {
@@ -46,7 +46,7 @@ TEST_F(ResolverTest, KeepsAFailureAsTheAddressWithoutItsPortUntilTheReset)
     EXPECT_THAT(m_oNames.Lookups(), ElementsAre("10.9.0.1", "10.8.0.1", "10.9.0.1"));
 }
 
-TEST_F(ResolverTest, LooksUpAgainWhatIsAskedForDuringItsLookupAndKeepsItsAnswerAfterAReset)
+TEST_F(DNSResolver, LooksUpAgainWhatIsAskedForDuringItsLookupAndKeepsItsAnswerAfterAReset)
 {
     EXPECT_EQ(AnswerFor("10.1.2.3"), "name-1");
     m_oNames.Hold();
@@ -67,7 +67,7 @@ TEST_F(ResolverTest, LooksUpAgainWhatIsAskedForDuringItsLookupAndKeepsItsAnswerA
     EXPECT_EQ(Ask("10.1.2.5"), "name-5");   // the later answer overwrites
 }
 
-TEST_F(ResolverTest, DelaysNobodyHoweverManyAskDuringALookup)
+TEST_F(DNSResolver, DelaysNobodyHoweverManyAskDuringALookup)
 {
     m_oNames.Hold();
     std::vector<std::thread> oThreads;
@@ -86,7 +86,7 @@ TEST_F(ResolverTest, DelaysNobodyHoweverManyAskDuringALookup)
     m_oNames.Release();
 }
 
-TEST_F(ResolverTest, SleepsWhileTheQueueIsEmpty)
+TEST_F(DNSResolver, SleepsWhileTheQueueIsEmpty)
 {
     static std::atomic<int> s_nWaits;
     const Substitution<ThreadCalls> oCount([](ThreadCalls& oCalls) {
@@ -105,7 +105,7 @@ TEST_F(ResolverTest, SleepsWhileTheQueueIsEmpty)
     m_pResolver.reset();
 }
 
-TEST_F(ResolverTest, StopWaitsForTheLookupForgetsTheAnswersAndLeavesTheQueue)
+TEST_F(DNSResolver, StopWaitsForTheLookupForgetsTheAnswersAndLeavesTheQueue)
 {
     m_oNames.Hold();
     Ask("10.1.2.3");
@@ -130,7 +130,7 @@ TEST_F(ResolverTest, StopWaitsForTheLookupForgetsTheAnswersAndLeavesTheQueue)
     EXPECT_THAT(m_oNames.Lookups(), ElementsAre("10.1.2.3", "10.1.2.4", "10.1.2.3"));
 }
 
-TEST_F(ResolverTest, TracesTheseMethodsInAndOutAndEachMessageWithItsLine)
+TEST_F(DNSResolver, TracesTheseMethodsInAndOutAndEachMessageWithItsLine)
 {
     AnswerFor("10.1.2.3");
     m_pResolver->ResetResultsMap();   // not traced

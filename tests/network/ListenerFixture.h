@@ -95,10 +95,10 @@ private:
     const NativeSocket m_nSocket;
 };
 
-class ListenerTest : public testing::Test
+class PortListener : public testing::Test
 {
 protected:
-    ListenerTest()
+    PortListener()
     {
         // For the whole process: a thread that is left behind still comes through it.
         static const auto* const pCounting = new Substitution<SocketCalls>([](SocketCalls& oCalls) {
@@ -121,7 +121,7 @@ protected:
 
     static unsigned long Handle(unsigned short nPort, const char* pszRequest, ZVString& oReply, void* pTest)
     {
-        auto& oThis = *static_cast<ListenerTest*>(pTest);
+        auto& oThis = *static_cast<PortListener*>(pTest);
         const auto answer = [&] {
             const std::lock_guard oHold(oThis.m_oLock);
             oThis.m_oRequests.push_back(std::to_string(nPort - oThis.m_nPort) + ':' + pszRequest);

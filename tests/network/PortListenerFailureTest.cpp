@@ -41,7 +41,7 @@ void FailOneCall(SocketCalls& oCalls)
 }
 }
 
-TEST_F(ListenerTest, AStartThatFailsLeavesNothingBehind)
+TEST_F(PortListener, AStartThatFailsLeavesNothingBehind)
 {
     s_nOpen = s_nStarted = 0;
     {
@@ -86,7 +86,7 @@ void ServeReads(SocketCalls& oCalls)
 }
 }
 
-TEST_F(ListenerTest, OnlyAReadThatDoesNotFillTheBufferEndsARequest)
+TEST_F(PortListener, OnlyAReadThatDoesNotFillTheBufferEndsARequest)
 {
     const Substitution<SocketCalls> oReads(ServeReads);
     const Substitution<MemoryCalls> oMemory([](MemoryCalls& oCalls) {
@@ -113,7 +113,7 @@ TEST_F(ListenerTest, OnlyAReadThatDoesNotFillTheBufferEndsARequest)
     }
 }
 
-TEST_F(ListenerTest, WantOfMemoryClosesTheConnectionAndTheListenerGoesOn)
+TEST_F(PortListener, WantOfMemoryClosesTheConnectionAndTheListenerGoesOn)
 {
     static std::atomic<int> s_nWanting;   // how many more answers of malloc are null
     {
@@ -135,7 +135,7 @@ TEST_F(ListenerTest, WantOfMemoryClosesTheConnectionAndTheListenerGoesOn)
 }
 
 // Sizes are what hosts measure; of a reply that does not go out, or not whole, nothing is noticed.
-TEST_F(ListenerTest, SendsOnceFromABufferOfTwiceTheTextAndOverlooksItsFailure)
+TEST_F(PortListener, SendsOnceFromABufferOfTwiceTheTextAndOverlooksItsFailure)
 {
     static std::vector<std::size_t> s_anSizes;
     static std::vector<int> s_anSent;
@@ -164,7 +164,7 @@ TEST_F(ListenerTest, SendsOnceFromABufferOfTwiceTheTextAndOverlooksItsFailure)
     EXPECT_THAT(s_anSent, testing::ElementsAre(5, 108 + 5, 108 + 5));
 }
 
-TEST_F(ListenerTest, AFailedAcceptEndsTheThreadAndLeavesTheRecordUntilTheStop)
+TEST_F(PortListener, AFailedAcceptEndsTheThreadAndLeavesTheRecordUntilTheStop)
 {
     ASSERT_EQ(m_oListener.Start(m_nPort, &Handle), 1);
     s_bFailAccept = true;
@@ -177,7 +177,7 @@ TEST_F(ListenerTest, AFailedAcceptEndsTheThreadAndLeavesTheRecordUntilTheStop)
 
 // A thread that does not end in time is ended by force where there is such a thing, and left behind otherwise: it
 // must then do no harm, whatever comes.
-TEST_F(ListenerTest, AThreadThatDoesNotEndInTimeIsGivenUpAndCallsNoHandler)
+TEST_F(PortListener, AThreadThatDoesNotEndInTimeIsGivenUpAndCallsNoHandler)
 {
     static std::atomic<bool> s_bEnded;
     ASSERT_EQ(m_oListener.Start(m_nPort, &Handle), 1);

@@ -12,7 +12,7 @@ const std::string strHeaderOf5 = "HTTP/1.0 200 OK\r\nServer: Zevrin Meridor 3.0\
                                  "Content-type: text/xml\r\nContent-length: 5\r\n\r\n";
 }
 
-TEST_F(ListenerTest, SendsTheReplyBareOrBehindTheHeaderAsItIsSwitched)
+TEST_F(PortListener, SendsTheReplyBareOrBehindTheHeaderAsItIsSwitched)
 {
     ASSERT_EQ(m_oListener.Start(m_nPort, &Handle), 1);
     EXPECT_EQ(Fetch("hello"), "hello");
@@ -36,7 +36,7 @@ TEST_F(ListenerTest, SendsTheReplyBareOrBehindTheHeaderAsItIsSwitched)
     EXPECT_EQ(Fetch("x").size(), 3000000u);
 }
 
-TEST_F(ListenerTest, TakesWhatOneReadBringsWhateverTheClientDoes)
+TEST_F(PortListener, TakesWhatOneReadBringsWhateverTheClientDoes)
 {
     ASSERT_EQ(m_oListener.Start(m_nPort, &Handle), 1);
     {
@@ -68,7 +68,7 @@ TEST_F(ListenerTest, TakesWhatOneReadBringsWhateverTheClientDoes)
     EXPECT_THAT(Requests(), ElementsAre("0:one", "0:", "0:", "0:three", "0:four"));
 }
 
-TEST_F(ListenerTest, ServesTwoPortsAtOnceAndOpensAStoppedOneAgain)
+TEST_F(PortListener, ServesTwoPortsAtOnceAndOpensAStoppedOneAgain)
 {
     const unsigned short nOther = FreePort();
     std::atomic<int> nInside = 0;
@@ -98,7 +98,7 @@ TEST_F(ListenerTest, ServesTwoPortsAtOnceAndOpensAStoppedOneAgain)
     EXPECT_THAT(m_oListener.m_oListeners, IsEmpty());
 }
 
-TEST_F(ListenerTest, StopEndsAnIdleThreadWithOneAndAServingOneWithNoughtAndItsReply)
+TEST_F(PortListener, StopEndsAnIdleThreadWithOneAndAServingOneWithNoughtAndItsReply)
 {
     ASSERT_EQ(m_oListener.Start(m_nPort, &Handle), 1);
     EXPECT_EQ(m_oListener.StopListener(1), 0);

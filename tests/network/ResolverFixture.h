@@ -70,7 +70,7 @@ private:
     const Substitution<SocketCalls> m_oSubstitution;
 };
 
-class ResolverTest : public testing::Test
+class DNSResolver : public testing::Test
 {
 protected:
     std::string Ask(const std::string& strAddress) { return m_pResolver->GetDNSName(strAddress.c_str()); }

@@ -10,7 +10,7 @@
 
 namespace
 {
-struct RegistryTest : testing::Test
+struct RegistryKeys : testing::Test
 {
     // Creates the key below the test's own, or another, with all access, or opens it for less.
     LSTATUS Open(const std::string& strBelow, REGSAM nRights = KEY_ALL_ACCESS, HKEY hRoot = HKEY_LOCAL_MACHINE)
@@ -53,7 +53,7 @@ struct RegistryTest : testing::Test
 };
 }
 
-TEST_F(RegistryTest, KeepsKeysAndValuesWithoutRegardToCaseAndInOrder)
+TEST_F(RegistryKeys, KeepsKeysAndValuesWithoutRegardToCaseAndInOrder)
 {
     EXPECT_EQ(Open("\\A\\b", KEY_READ), 2);
     for (const char* psz : {"\\A\\b", "\\c\\d", "\\B", "\\a\\x", "\\b", "\\a\\B\\", "\\\\A\\\\b", ""})
@@ -76,7 +76,7 @@ TEST_F(RegistryTest, KeepsKeysAndValuesWithoutRegardToCaseAndInOrder)
     EXPECT_EQ(Query("Name") + Registry().RegDeleteValueA(m_hKey, "Name"), 2 + 2);
 }
 
-TEST_F(RegistryTest, ChecksHandlesAndTheirRights)
+TEST_F(RegistryKeys, ChecksHandlesAndTheirRights)
 {
     ASSERT_EQ(Open("\\sub") + Open("", KEY_READ), 0);
     EXPECT_EQ(Set("v", "abc") + Registry().RegDeleteValueA(m_hKey, "v"), 5 + 5);

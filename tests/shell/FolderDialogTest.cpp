@@ -33,10 +33,10 @@ int Tell(const BROWSEINFOA& oInfo, UINT nMessage, const void* pValue = nullptr)
 }
 
 // A shell without a display, and a window that is not there: the browser of a run is a function of the test's.
-class FolderDialogTest : public testing::Test
+class FolderDialog : public testing::Test
 {
 protected:
-    FolderDialogTest()
+    FolderDialog()
     {
         s_strSeen.clear();
         g_strLastFolder.Empty();
@@ -97,7 +97,7 @@ const std::string s_strMissing = "The folder %missing%s could not be found.\r\nP
                                  "or select an existing folder, then try again.|Caption|16;";
 }
 
-TEST_F(FolderDialogTest, EachEntryPointBrowsesInItsOwnWay)
+TEST_F(FolderDialog, EachEntryPointBrowsesInItsOwnWay)
 {
     EXPECT_EQ(m_oDialog.GetFolder(), "");
     s_browse = [](BROWSEINFOA& oInfo) {
@@ -117,7 +117,7 @@ TEST_F(FolderDialogTest, EachEntryPointBrowsesInItsOwnWay)
     EXPECT_EQ(g_strLastFolder, "");
 }
 
-TEST_F(FolderDialogTest, GetValidFolder_HonoursTypedPathsAndRemembersTheLastFolder)
+TEST_F(FolderDialog, GetValidFolder_HonoursTypedPathsAndRemembersTheLastFolder)
 {
     // What is done: o the browser opens, s selects an item, t types a path that the shell does not know.
     const auto act = [](const BROWSEINFOA& oInfo, const std::string& strAct) {
@@ -158,7 +158,7 @@ TEST_F(FolderDialogTest, GetValidFolder_HonoursTypedPathsAndRemembersTheLastFold
     EXPECT_EQ(m_oDialog.GetFolder("t"), "");
 }
 
-TEST_F(FolderDialogTest, TheBrowserIsTheObjectsWindowUntilItsEnd)
+TEST_F(FolderDialog, TheBrowserIsTheObjectsWindowUntilItsEnd)
 {
     static const auto* const s_pFar = reinterpret_cast<const ITEMIDLIST*>(UINTPTR_MAX / 3);   // as wide as any
     struct Hooked : CFolderDialog

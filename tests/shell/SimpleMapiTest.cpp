@@ -34,10 +34,10 @@ ULONG WINAPI TakeMessage(LHANDLE hSession, DWORD_PTR hParent, lpMapiMessage pMes
 }
 
 // A mail system of the test's own, loaded at a new address each time.
-class SimpleMapiTest : public testing::Test
+class SimpleMapi : public testing::Test
 {
 protected:
-    SimpleMapiTest()
+    SimpleMapi()
     {
         s_strLog.clear();
         s_nResult = 0;
@@ -84,7 +84,7 @@ protected:
 using Failure = std::pair<unsigned, CString>;
 }
 
-TEST_F(SimpleMapiTest, Send_HandsOverEachFieldAndGrowsTheTextByABlankForEachAttachment)
+TEST_F(SimpleMapi, Send_HandsOverEachFieldAndGrowsTheTextByABlankForEachAttachment)
 {
     CSIMapi oMail;
     s_strLog.clear();
@@ -108,7 +108,7 @@ TEST_F(SimpleMapiTest, Send_HandsOverEachFieldAndGrowsTheTextByABlankForEachAtta
                             strRecipients + "at 7 'p1' as 'one'\nat 8 null as 'two'\n");
 }
 
-TEST_F(SimpleMapiTest, GetLastError_GivesEachFailureOnceAndNoSuccessClearsIt)
+TEST_F(SimpleMapi, GetLastError_GivesEachFailureOnceAndNoSuccessClearsIt)
 {
     CSIMapi oMail;
     EXPECT_EQ(FailureOf(oMail), (Failure{0, ""}));
@@ -142,7 +142,7 @@ TEST_F(SimpleMapiTest, GetLastError_GivesEachFailureOnceAndNoSuccessClearsIt)
     EXPECT_EQ(FailureOf(oMail), (Failure{4, "Failed to add a recipient to the CC section"}));
 }
 
-TEST_F(SimpleMapiTest, TheFirstObjectToGoUnloadsTheLibraryForAll)
+TEST_F(SimpleMapi, TheFirstObjectToGoUnloadsTheLibraryForAll)
 {
     auto pFirst = std::make_unique<CSIMapi>();
     auto pSecond = std::make_unique<CSIMapi>();
@@ -162,7 +162,7 @@ TEST_F(SimpleMapiTest, TheFirstObjectToGoUnloadsTheLibraryForAll)
     EXPECT_EQ(oNoLibrary.To("a"), 1);
 }
 
-TEST_F(SimpleMapiTest, HasEmail_AsksProfileAndSearchPathOnceForTheProcess)
+TEST_F(SimpleMapi, HasEmail_AsksProfileAndSearchPathOnceForTheProcess)
 {
     const Substitution<ProfileCalls> oProfile([](ProfileCalls& oCalls) {
         oCalls.GetProfileIntA = [](LPCSTR pszSection, LPCSTR pszKey, int nDefault) WINAPI -> UINT {

@@ -1,8 +1,8 @@
 #include "win32/AccessLists.h"
 
 #include "AccessEntries.h"
-#include "platform/OrEmpty.h"
 #include "platform/linux/base/Paths.h"
+#include "util/OrEmpty.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -1,7 +1,7 @@
 #include "KernelObject.h"
 
 #include "Failure.h"
-#include "platform/Immortal.h"
+#include "util/Immortal.h"
 #include "win32/Handles.h"
 
 #include <map>

@@ -1,6 +1,6 @@
 #include "Paths.h"
 
-#include "platform/OrEmpty.h"
+#include "util/OrEmpty.h"
 
 #include <algorithm>
 #include <filesystem>

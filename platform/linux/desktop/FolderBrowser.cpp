@@ -5,10 +5,10 @@
 #include "ShellItems.h"
 #include "Window.h"
 #include "platform/Memory.h"
-#include "platform/OrEmpty.h"
 #include "platform/linux/base/Failure.h"
 #include "platform/linux/base/Paths.h"
 #include "platform/linux/base/Wide.h"
+#include "util/OrEmpty.h"
 #include "win32/Files.h"
 
 #include <exception>

@@ -1,6 +1,6 @@
 #include "Certificates.h"
 
-#include "platform/Table.h"
+#include "util/Table.h"
 
 #include <openssl/ssl.h>
 #include <openssl/x509_vfy.h>

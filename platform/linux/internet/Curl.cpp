@@ -1,6 +1,6 @@
 #include "Curl.h"
 
-#include "platform/Table.h"
+#include "util/Table.h"
 #include "win32/Errors.h"
 #include "win32/Internet.h"
 

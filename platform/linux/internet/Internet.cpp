@@ -3,9 +3,9 @@
 #include "Curl.h"
 #include "HttpRequest.h"
 #include "Proxy.h"
-#include "platform/OrEmpty.h"
 #include "platform/linux/base/Failure.h"
 #include "platform/linux/desktop/CredentialsPrompt.h"
+#include "util/OrEmpty.h"
 
 #include <algorithm>
 #include <charconv>

@@ -1,9 +1,9 @@
 #include "Mail.h"
 
-#include "platform/OrEmpty.h"
 #include "platform/linux/base/Descriptor.h"
 #include "platform/linux/base/Paths.h"
 #include "platform/linux/processes/Spawn.h"
+#include "util/OrEmpty.h"
 
 #include <cerrno>
 #include <cstdlib>

@@ -1,9 +1,9 @@
 #include "win32/Sockets.h"
 
-#include "platform/Immortal.h"
-#include "platform/Table.h"
 #include "platform/linux/base/Descriptor.h"
 #include "platform/linux/base/Failure.h"
+#include "util/Immortal.h"
+#include "util/Table.h"
 
 #include <atomic>
 #include <cerrno>

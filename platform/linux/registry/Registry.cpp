@@ -2,11 +2,11 @@
 
 #include "RegistryFile.h"
 #include "RegistryStore.h"
-#include "platform/Immortal.h"
-#include "platform/OrEmpty.h"
 #include "platform/linux/base/CaseFold.h"
 #include "platform/linux/base/Failure.h"
 #include "platform/linux/base/KernelObject.h"
+#include "util/Immortal.h"
+#include "util/OrEmpty.h"
 
 #include <algorithm>
 #include <cstdint>

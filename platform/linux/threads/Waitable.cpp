@@ -1,7 +1,7 @@
 #include "Waitable.h"
 
-#include "platform/Immortal.h"
 #include "platform/linux/base/Failure.h"
+#include "util/Immortal.h"
 #include "win32/Threads.h"
 
 #include <algorithm>

@@ -21,7 +21,7 @@ std::ptrdiff_t Allocated()
 }
 }
 
-TEST_F(ListenerTest, ASoakLeavesTheReadBufferOfEachRequestAndNothingElse)
+TEST_F(PortListener, ASoakLeavesTheReadBufferOfEachRequestAndNothingElse)
 {
     constexpr std::ptrdiff_t nReadBuffer = 0x40000 + 4096;   // a large block is a mapping of its own, of whole pages
     mallopt(M_MMAP_THRESHOLD, 0x20000);                      // fixed, and for as many blocks as there will be

@@ -2,7 +2,7 @@
 // them, and stand together here, because only within one source file does the language promise the order in
 // which they are built and, reversed, destroyed.
 #include "ZevrinUtils/HttpServices.h"
-#include "frame/UtilsApp.h"
+#include "module/UtilsApp.h"
 #include "network/ReplyHeader.h"
 #include "shell/LastFolder.h"
 

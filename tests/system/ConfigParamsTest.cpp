@@ -14,9 +14,9 @@ namespace
 {
 int s_nOpen;   // keys
 
-struct ConfigParamsTest : testing::Test, CConfigParamsBase
+struct ConfigParams : testing::Test, CConfigParamsBase
 {
-    ConfigParamsTest() { EXPECT_EQ(OpenRegistry(m_strPath.c_str(), m_hKey), 0); }
+    ConfigParams() { EXPECT_EQ(OpenRegistry(m_strPath.c_str(), m_hKey), 0); }
 
     void Set(const char* pszName, const std::string& strBytes)
     {
@@ -44,7 +44,7 @@ struct ConfigParamsTest : testing::Test, CConfigParamsBase
 };
 }
 
-TEST_F(ConfigParamsTest, EachOperationByPathCreatesItsKeyAndAllButOneCloseIt)
+TEST_F(ConfigParams, EachOperationByPathCreatesItsKeyAndAllButOneCloseIt)
 {
     const std::function<bool(const char*)> aOperations[] = {
         [&](const char* psz) { return !getRegString(psz, "v", m_strValue) && m_strValue.empty(); },
@@ -66,7 +66,7 @@ TEST_F(ConfigParamsTest, EachOperationByPathCreatesItsKeyAndAllButOneCloseIt)
     }
 }
 
-TEST_F(ConfigParamsTest, ReadsAnyTypeUpToItsCapacity)
+TEST_F(ConfigParams, ReadsAnyTypeUpToItsCapacity)
 {
     setRegString(m_hKey, "text", "hello");
     setRegDWORD(m_hKey, std::string(300, 'n').c_str(), 0x44434241);
@@ -97,7 +97,7 @@ TEST_F(ConfigParamsTest, ReadsAnyTypeUpToItsCapacity)
     EXPECT_EQ(m_hKey, hBefore);
 }
 
-TEST_F(ConfigParamsTest, ListsBehindWhatTheListHoldsUntilSomethingDoesNotFit)
+TEST_F(ConfigParams, ListsBehindWhatTheListHoldsUntilSomethingDoesNotFit)
 {
     const std::string strFull(256, 'x');
     for (const auto& [pszName, strBytes] : {std::pair{"1", std::string("text", 5)},
@@ -116,7 +116,7 @@ TEST_F(ConfigParamsTest, ListsBehindWhatTheListHoldsUntilSomethingDoesNotFit)
                                               "yz" + strFull.substr(2)));
 }
 
-TEST_F(ConfigParamsTest, AWriteTellsOnlyWhetherTheKeyCouldBeOpened)
+TEST_F(ConfigParams, AWriteTellsOnlyWhetherTheKeyCouldBeOpened)
 {
     s_nOpen = 0;
     EXPECT_TRUE(setRegString(m_strPath.c_str(), std::string(20000, 'n').c_str(), "refused") && s_nOpen == 0);

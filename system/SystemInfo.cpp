@@ -1,7 +1,7 @@
 #include "ZevrinUtils/SystemInfo.h"
 
 #include "ZevrinUtils/framework/String.h"
-#include "frame/Hold.h"
+#include "framework/Hold.h"
 #include "platform/System.h"
 
 #include <cstdint>

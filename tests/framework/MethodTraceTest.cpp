@@ -1,4 +1,4 @@
-#include "frame/MethodTrace.h"
+#include "framework/MethodTrace.h"
 
 #include "support/TraceCapture.h"
 

@@ -19,7 +19,7 @@ using testing::UnorderedElementsAre;
 
 namespace
 {
-class FolderTest : public testing::Test
+class Folder : public testing::Test
 {
 protected:
     // Files end in a name without a backslash behind it; each holds its own path.
@@ -79,7 +79,7 @@ struct Consumer : CSFolderConsumer
 };
 }
 
-TEST_F(FolderTest, CopiesOntoWhatIsThereAndDeletesATree)
+TEST_F(Folder, CopiesOntoWhatIsThereAndDeletesATree)
 {
     Plant(m_strFrom, m_oTree);
     Plant(m_strTo, {"own", "b\\own", "b\\1"});
@@ -94,7 +94,7 @@ TEST_F(FolderTest, CopiesOntoWhatIsThereAndDeletesATree)
     EXPECT_EQ(m_strError, "before ");
 }
 
-TEST_F(FolderTest, SaysWhatFailed)
+TEST_F(Folder, SaysWhatFailed)
 {
     EXPECT_FALSE(CSFolder::CreateFolder((m_oFolder / "no\\such").c_str(), m_strError));
     EXPECT_EQ(m_strError, "Cannot create new folder: " + (m_oFolder / "no\\such") + ". Error: 3");
@@ -128,7 +128,7 @@ TEST_F(FolderTest, SaysWhatFailed)
     fs::permissions(oReadOnly, fs::perms::owner_all);
 }
 
-TEST_F(FolderTest, LeavesOnDiskWhatWasDoneBeforeAFailure)
+TEST_F(Folder, LeavesOnDiskWhatWasDoneBeforeAFailure)
 {
     const auto watch = [](FileCalls& o) {
         FaultSweep::Watch<&FileCalls::CreateDirectoryA>(o, "CreateDirectoryA", FALSE);
@@ -175,7 +175,7 @@ TEST_F(FolderTest, LeavesOnDiskWhatWasDoneBeforeAFailure)
     EXPECT_EQ(nDeleteCalls, 4 * 3 + 5);
 }
 
-TEST_F(FolderTest, ListsFoldersAndFiles)
+TEST_F(Folder, ListsFoldersAndFiles)
 {
     Plant(m_strFrom, {"read.me", "Read.Me2", "open\\READ.ME", "open\\in\\x", "closed\\in\\read.me"});
     const std::string strOpen = m_strFrom + "\\open", strClosed = m_strFrom + "\\closed";
@@ -224,7 +224,7 @@ TEST_F(FolderTest, ListsFoldersAndFiles)
     EXPECT_THAT(oFound, ElementsAre("X:\\second"));
 }
 
-TEST_F(FolderTest, MeasuresIn32BitsOnceForEachFolder)
+TEST_F(Folder, MeasuresIn32BitsOnceForEachFolder)
 {
     const auto size = [&](const char* pszName, long nBefore = 0) {
         CSFolder::GetFolderSize((m_oFolder / pszName).c_str(), nBefore);
@@ -251,7 +251,7 @@ TEST_F(FolderTest, MeasuresIn32BitsOnceForEachFolder)
     EXPECT_EQ(size("missing", 7), 7);
 }
 
-TEST_F(FolderTest, TellsWhetherAFileCanBeReadAndEndsPaths)
+TEST_F(Folder, TellsWhetherAFileCanBeReadAndEndsPaths)
 {
     Plant(m_strFrom, {"x"});
     EXPECT_TRUE(CSFolder::IsFileExists((m_strFrom + "\\x").c_str()));
@@ -269,7 +269,7 @@ TEST_F(FolderTest, TellsWhetherAFileCanBeReadAndEndsPaths)
     }
 }
 
-TEST_F(FolderTest, RunsAProcessAndWaitsForIt)
+TEST_F(Folder, RunsAProcessAndWaitsForIt)
 {
     const std::string strLine = '"' + std::string(ECHO_ARGUMENTS) + "\" \"a b\" out";
     CSFolder::CreateProcessAndWait(nullptr, strLine.c_str(), (m_oFolder / ".").c_str());

@@ -1,6 +1,6 @@
 #include "ZevrinUtils/Folder.h"
 
-#include "config/Walk.h"
+#include "files/Walk.h"
 #include "platform/Errors.h"
 #include "platform/Handles.h"
 

@@ -79,7 +79,7 @@ TEST(SystemInfo, GivesTheSystemsTextOrTheNumber)
 TEST(SystemInfo, LooksForTheManagerInTheWholeCommandLine)
 {
     const std::string strOwn = System().GetCommandLineA();
-    EXPECT_NE(strOwn.find("config_tests"), std::string::npos) << strOwn;
+    EXPECT_NE(strOwn.find("system_tests"), std::string::npos) << strOwn;
     EXPECT_FALSE(CSystemInfo::IsExecutionInsideVDManager());
     const Substitution<SystemCalls> oFake(&Fake);
     for (const char* pszInside : {"C:\\VdManager.EXE", "host --of xvdmanager.exex"})

@@ -1,4 +1,4 @@
-#include "frame/UtilsApp.h"
+#include "module/UtilsApp.h"
 
 CUtilsApp::CUtilsApp() noexcept : CWinApp(nullptr) {}
 
