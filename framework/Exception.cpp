@@ -2,7 +2,7 @@
 
 #include "platform/Errors.h"
 #include "util/OrEmpty.h"
-#include "util/Table.h"
+#include "util/Translation.h"
 
 #include <algorithm>
 #include <cstring>
@@ -27,7 +27,7 @@ int CException::CopyMessage(const std::string& strMessage, char* pszText, unsign
 
 namespace
 {
-constexpr Row<unsigned long, CFileException::eCause> s_aCauses[] = {
+constexpr Translation<unsigned long, CFileException::eCause> s_aCauses[] = {
     {ERROR_FILE_NOT_FOUND, CFileException::fileNotFound},
     {ERROR_PATH_NOT_FOUND, CFileException::badPath},
     {ERROR_TOO_MANY_OPEN_FILES, CFileException::tooManyOpenFiles},
@@ -55,7 +55,7 @@ CFileException::~CFileException() = default;
 
 void CFileException::Set(unsigned long nOsError, const char* pszFileName)
 {
-    m_eCause = ValueOf(s_aCauses, nOsError, genericException);
+    m_eCause = Translate(s_aCauses, nOsError, genericException);
     m_lOsError = static_cast<LONG>(nOsError);
     m_strFileName = OrEmpty(pszFileName);
 }

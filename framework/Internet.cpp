@@ -46,18 +46,17 @@ CHttpConnection* CInternetSession::GetHttpConnection(const char* pszServer, INTE
                                                            INTERNET_SERVICE_HTTP, 0, m_nContext));
 }
 
-CHttpFile* CHttpConnection::OpenRequest(int nVerb, const char* pszObject, const char* pszReferer, DWORD_PTR nContext,
-                                        const char** ppszAcceptTypes, const char* pszVersion, DWORD nFlags)
+CHttpFile* CHttpConnection::OpenRequest(int nVerb, const char* pszObject, DWORD_PTR nContext, DWORD nFlags)
 {
     if (nVerb < 0 || static_cast<std::size_t>(nVerb) >= std::size(s_apszVerbs))
         Throw(ERROR_INVALID_PARAMETER);
-    return new CHttpFile(Internet().HttpOpenRequestA(m_oConnection.Get(), s_apszVerbs[nVerb], pszObject, pszVersion,
-                                                     pszReferer, ppszAcceptTypes, nFlags, nContext));
+    return new CHttpFile(Internet().HttpOpenRequestA(m_oConnection.Get(), s_apszVerbs[nVerb], pszObject, nullptr,
+                                                     nullptr, nullptr, nFlags, nContext));
 }
 
 void CHttpFile::SendRequest()
 {
-    ThrowUnless(Internet().HttpSendRequestA(Handle(), nullptr, 0, nullptr, 0));
+    ThrowUnless(Internet().HttpSendRequestA(m_oHandle.Get(), nullptr, 0, nullptr, 0));
 }
 
 void CHttpFile::QueryInfoStatusCode(DWORD& nStatus) const
@@ -68,11 +67,11 @@ void CHttpFile::QueryInfoStatusCode(DWORD& nStatus) const
 bool CHttpFile::QueryInfo(DWORD nLevel, CString& strValue) const
 {
     DWORD nSize = 0;   // first asked for, then the text's
-    if (Internet().HttpQueryInfoA(Handle(), nLevel, nullptr, &nSize, nullptr) ||
+    if (Internet().HttpQueryInfoA(m_oHandle.Get(), nLevel, nullptr, &nSize, nullptr) ||
         Errors().GetLastError() != ERROR_INSUFFICIENT_BUFFER)
         return false;
     std::string strText(nSize, '\0');
-    if (!Internet().HttpQueryInfoA(Handle(), nLevel, strText.data(), &nSize, nullptr))
+    if (!Internet().HttpQueryInfoA(m_oHandle.Get(), nLevel, strText.data(), &nSize, nullptr))
         return false;
     strText.resize(nSize);
     strValue = CString(std::move(strText));
@@ -83,37 +82,37 @@ bool CHttpFile::QueryInfo(DWORD nLevel, DWORD& nValue) const
 {
     DWORD nFound = 0;
     DWORD nSize = sizeof nFound;
-    if (!Internet().HttpQueryInfoA(Handle(), nLevel, &nFound, &nSize, nullptr))
+    if (!Internet().HttpQueryInfoA(m_oHandle.Get(), nLevel, &nFound, &nSize, nullptr))
         return false;
     nValue = nFound;
     return true;
 }
 
-bool CInternetFile::QueryOption(DWORD nOption, DWORD& nValue) const
+bool CHttpFile::QueryOption(DWORD nOption, DWORD& nValue) const
 {
     DWORD nSize = sizeof nValue;
-    return Internet().InternetQueryOptionA(Handle(), nOption, &nValue, &nSize) != FALSE;
+    return Internet().InternetQueryOptionA(m_oHandle.Get(), nOption, &nValue, &nSize) != FALSE;
 }
 
-bool CInternetFile::SetOption(DWORD nOption, DWORD nValue)
+bool CHttpFile::SetOption(DWORD nOption, DWORD nValue)
 {
-    return Internet().InternetSetOptionA(Handle(), nOption, &nValue, sizeof nValue) != FALSE;
+    return Internet().InternetSetOptionA(m_oHandle.Get(), nOption, &nValue, sizeof nValue) != FALSE;
 }
 
 DWORD CHttpFile::ErrorDlg(HWND hParent, DWORD nError, DWORD nFlags, void** ppData)
 {
-    return Internet().InternetErrorDlg(hParent, Handle(), nError, nFlags, ppData);
+    return Internet().InternetErrorDlg(hParent, m_oHandle.Get(), nError, nFlags, ppData);
 }
 
-unsigned CInternetFile::Read(void* pBuffer, unsigned nCount)
+unsigned CHttpFile::Read(void* pBuffer, unsigned nCount)
 {
     DWORD nRead = 0;
-    ThrowUnless(Internet().InternetReadFile(Handle(), pBuffer, nCount, &nRead));
+    ThrowUnless(Internet().InternetReadFile(m_oHandle.Get(), pBuffer, nCount, &nRead));
     return static_cast<unsigned>(nRead);
 }
 
-unsigned long long CInternetFile::GetLength() const
+unsigned long long CHttpFile::GetLength() const
 {
     DWORD nAvailable = 0;
-    return Internet().InternetQueryDataAvailable(Handle(), &nAvailable, 0, 0) ? nAvailable : 0;
+    return Internet().InternetQueryDataAvailable(m_oHandle.Get(), &nAvailable, 0, 0) ? nAvailable : 0;
 }

@@ -24,30 +24,11 @@ private:
     HINTERNET m_hInternet;
 };
 
-// What the server sends, read like a file.
-class CInternetFile
+// An exchange with the server, whose answer is read like a file.
+class CHttpFile
 {
 public:
-    explicit CInternetFile(HINTERNET hFile) : m_oHandle(hFile) {}
-
-    unsigned Read(void* pBuffer, unsigned nCount);   // throws when the answer breaks off
-    unsigned long long GetLength() const;            // what has arrived and was not read yet
-    void Close() noexcept { m_oHandle.Close(); }
-
-    bool QueryOption(DWORD nOption, DWORD& nValue) const;
-    bool SetOption(DWORD nOption, DWORD nValue);
-
-protected:
-    HINTERNET Handle() const noexcept { return m_oHandle.Get(); }
-
-private:
-    CInternetHandle m_oHandle;
-};
-
-class CHttpFile : public CInternetFile
-{
-public:
-    using CInternetFile::CInternetFile;
+    explicit CHttpFile(HINTERNET hFile) : m_oHandle(hFile) {}
 
     // Carries out the exchange, without headers and body of our own. Throws when there is no answer.
     void SendRequest();
@@ -59,9 +40,20 @@ public:
     bool QueryInfo(DWORD nLevel, CString& strValue) const;
     bool QueryInfo(DWORD nLevel, DWORD& nValue) const;
 
+    bool QueryOption(DWORD nOption, DWORD& nValue) const;
+    bool SetOption(DWORD nOption, DWORD nValue);
+
     // Shows the system's dialog for what the answer wants; its result.
     DWORD ErrorDlg(HWND hParent, DWORD nError, DWORD nFlags, void** ppData);
+
+    unsigned Read(void* pBuffer, unsigned nCount);   // throws when the answer breaks off
+    unsigned long long GetLength() const;            // what has arrived and was not read yet
+    void Close() noexcept { m_oHandle.Close(); }
+
+private:
+    CInternetHandle m_oHandle;
 };
+using CInternetFile = CHttpFile;   // the framework's name for what is read like a file
 
 class CHttpConnection
 {
@@ -69,9 +61,8 @@ public:
     explicit CHttpConnection(HINTERNET hConnection) : m_oConnection(hConnection) {}
 
     // Prepares a request, to be deleted by the caller. The verb is 0 POST, 1 GET, 2 HEAD, 3 PUT, 4 LINK, 5 DELETE or
-    // 6 UNLINK; throws for another.
-    CHttpFile* OpenRequest(int nVerb, const char* pszObject, const char* pszReferer, DWORD_PTR nContext,
-                           const char** ppszAcceptTypes, const char* pszVersion, DWORD nFlags);
+    // 6 UNLINK; throws for another. There is no referer, and nothing is said of accepted types.
+    CHttpFile* OpenRequest(int nVerb, const char* pszObject, DWORD_PTR nContext, DWORD nFlags);
     void Close() noexcept { m_oConnection.Close(); }
 
 private:

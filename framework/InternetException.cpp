@@ -1,13 +1,13 @@
 #include "ZevrinUtils/framework/InternetException.h"
 
 #include "platform/Internet.h"
-#include "util/Table.h"
+#include "util/Translation.h"
 
 #include <string>
 
 namespace
 {
-constexpr Row<DWORD, const char*> s_aExplanations[] = {
+constexpr Translation<DWORD, const char*> s_aExplanations[] = {
     {ERROR_INTERNET_TIMEOUT, "The server did not answer in time"},
     {ERROR_INTERNET_INVALID_URL, "The URL names no valid server"},
     {ERROR_INTERNET_UNRECOGNIZED_SCHEME, "The URL's scheme is not supported"},
@@ -31,6 +31,6 @@ CInternetException::~CInternetException() = default;
 
 int CInternetException::GetErrorMessage(char* pszText, unsigned nMaxLength) const
 {
-    const std::string strWords = ValueOf(s_aExplanations, m_dwError, "The request failed");
+    const std::string strWords = Translate(s_aExplanations, m_dwError, "The request failed");
     return CopyMessage(strWords + " (error " + std::to_string(m_dwError) + ")", pszText, nMaxLength);
 }

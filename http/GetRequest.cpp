@@ -156,7 +156,7 @@ unsigned long CHttpServices::MakeGetRequest(const CString& sURL, CString* psErro
                                           m_bSecure ? INTERNET_FLAG_SECURE : 0);
         m_pConnection = m_pSession->GetHttpConnection(oTarget.strServer, m_bSecure ? m_nSecurePort : oTarget.nPort,
                                                       m_strUserName, m_strPassword);
-        m_pFile = m_pConnection->OpenRequest(m_nGetPostType, oTarget.strObject, nullptr, nContext, nullptr, nullptr,
+        m_pFile = m_pConnection->OpenRequest(m_nGetPostType, oTarget.strObject, nContext,
                                              RequestFlags(m_bSecure != 0, bAutoRedirect != 0));
         if (!m_pFile)   // ours throws; kept for one that does not
         {

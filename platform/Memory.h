@@ -2,26 +2,17 @@
 #pragma once
 
 #include "platform/Service.h"
+#include "util/Owned.h"
 #include "win32/Call.h"
 #include "win32/Memory.h"
 
-#include <memory>
-
 struct MemoryCalls
 {
-    // Null if there is no memory. What it gives is freed by free.
+    // Null if there is no memory. What it gives is freed by free; Malloced of util/Owned.h does that.
     PLATFORM_CALL(malloc);
     // A block of another size with the old one's content; null, with the old block as it was, if there is no memory.
     PLATFORM_CALL(realloc);
 };
-
-// Owns what comes from here, or from an operation that says the same of its result.
-struct FreeMemory
-{
-    void operator()(void* pBlock) const noexcept { std::free(pBlock); }
-};
-template <class Block>
-using Malloced = std::unique_ptr<Block, FreeMemory>;
 
 inline const MemoryCalls& Memory() noexcept
 {

@@ -4,7 +4,7 @@
 #include "platform/Memory.h"
 #include "platform/Modules.h"
 #include "platform/Profile.h"
-#include "util/Table.h"
+#include "util/Translation.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -23,7 +23,7 @@ enum eMailError : unsigned
     eNotSent
 };
 
-constexpr Row<unsigned long, const char*> s_aDescriptions[] = {
+constexpr Translation<unsigned long, const char*> s_aDescriptions[] = {
     {MAPI_E_USER_ABORT, "The user canceled one of the dialog boxes. No message was sent."},
     {MAPI_E_FAILURE, "One or more unspecified errors occurred. No message was sent."},
     {MAPI_E_LOGIN_FAILURE, "There was no default logon, and the user failed to log on successfully when the logon "
@@ -196,5 +196,5 @@ void CSIMapi::GetLastError(unsigned int& nCode, CString& strText)
 
 void CSIMapi::GetErrorDescription(unsigned long nCode, CString& strText)
 {
-    strText = ValueOf(s_aDescriptions, nCode, "Unknown error.");
+    strText = Translate(s_aDescriptions, nCode, "Unknown error.");
 }

@@ -1,17 +1,15 @@
+// POSIX access lists by libacl, with the limit of a mask worked into the entries, as Windows knows no such thing.
 #include "AccessEntries.h"
 
-#include <memory>
+#include "util/Owned.h"
+
 #include <new>
 
 #include <acl/libacl.h>
 
 namespace
 {
-struct FreeList
-{
-    void operator()(acl_t pList) const noexcept { acl_free(pList); }
-};
-using List = std::unique_ptr<std::remove_pointer_t<acl_t>, FreeList>;
+using List = Owned<std::remove_pointer_t<acl_t>, acl_free>;
 
 constexpr Account oMask{ACL_MASK};
 constexpr acl_perm_t s_anBits[] = {ACL_READ, ACL_WRITE, ACL_EXECUTE};

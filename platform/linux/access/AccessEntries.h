@@ -7,7 +7,7 @@
 
 inline constexpr unsigned nFullAccess = ACL_READ | ACL_WRITE | ACL_EXECUTE;
 
-// What each account may do. The limit that a mask sets is in the bits already.
+// The access of each account. The limit that a mask sets is in the bits already.
 using AccessEntries = std::map<Account, unsigned>;
 
 // Gives an account full access. The owner of a file is judged by the owner's entry alone, so what is granted to the

@@ -1,10 +1,14 @@
+// The calls on access lists: one entry that gives an account full access, put into the list of a file or folder and
+// handed down to what is below it.
 #include "win32/AccessLists.h"
 
 #include "AccessEntries.h"
 #include "platform/linux/base/Paths.h"
 #include "util/OrEmpty.h"
+#include "util/Owned.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
@@ -12,7 +16,7 @@
 
 #include <sys/stat.h>
 
-// What a list is to callers: one block that free releases. It counts and holds the entries of three lists: the
+// A list as callers have it: one block that free releases. It counts and holds the entries of three lists: the
 // object's own, the one that it hands down, and the accounts that are to be granted full access.
 struct ACL
 {
@@ -73,8 +77,8 @@ bool Read(const char* pszPath, bool bFolder, Lists& oLists)
            (!bFolder || ReadEntries(pszPath, ACL_TYPE_DEFAULT, oLists.oDefault));
 }
 
-// What the parent gives to those below. Where it says nothing, the entries of owner, group and others are what Linux
-// has in its place.
+// The entries that the parent gives to those below. Where it says nothing, those of owner, group and others are what
+// Linux has in their place.
 Lists Inherited(const char* pszPath, const struct stat& oStatus)
 {
     Lists oLists;
@@ -155,20 +159,13 @@ void HandDown(const std::filesystem::path& oFolder, const AccessEntries& oGrante
     }
 }
 
-DWORD FindAccount(const TRUSTEE_A& oTrustee, Account& oFound)
+Account FindAccount(const TRUSTEE_A& oTrustee)
 {
     if (oTrustee.TrusteeForm == TRUSTEE_IS_NAME)
-        return FindAccount(OrEmpty(oTrustee.ptstrName), oFound);
+        return ::FindAccount(OrEmpty(oTrustee.ptstrName));
     SID oSid;
     std::memcpy(&oSid, oTrustee.ptstrName, sizeof oSid);
-    return FindAccount(oSid, oFound);
-}
-
-// For the calls that give the error themselves.
-template <class Body>
-DWORD ErrorOf(Body body)
-{
-    return OrOutOfMemory(ERROR_NOT_ENOUGH_MEMORY, body);
+    return ::FindAccount(oSid);
 }
 }
 
@@ -180,15 +177,14 @@ void win32::BuildExplicitAccessWithNameA(PEXPLICIT_ACCESSA pEntry, LPSTR pszAcco
 
 BOOL win32::ConvertStringSidToSidA(LPCSTR pszSid, PSID* ppSid)
 {
-    return OrOutOfMemory(FALSE, [&] {
+    return Succeeds([&] {
         const auto oSid = ParseSid(OrEmpty(pszSid));
-        if (!oSid)
-            return Fail(ERROR_INVALID_SID, FALSE);
-        *ppSid = std::malloc(sizeof *oSid);
-        if (!*ppSid)
+        Require(oSid.has_value(), ERROR_INVALID_SID);
+        Malloced<SID> pSid(static_cast<SID*>(std::malloc(sizeof(SID))));
+        if (!pSid)
             throw std::bad_alloc();
-        std::memcpy(*ppSid, &*oSid, sizeof *oSid);
-        return TRUE;
+        *pSid = *oSid;
+        *ppSid = pSid.release();
     });
 }
 
@@ -199,48 +195,42 @@ void win32::BuildTrusteeWithSidA(PTRUSTEEA pTrustee, PSID pSid)
 
 DWORD win32::SetEntriesInAclA(ULONG nEntries, PEXPLICIT_ACCESSA pEntries, PACL pOld, PACL* ppNew)
 {
-    if (nEntries != 1 || pEntries->grfAccessPermissions != GENERIC_ALL || pEntries->grfAccessMode != SET_ACCESS ||
-        pEntries->grfInheritance != SUB_CONTAINERS_AND_OBJECTS_INHERIT)
-        return ERROR_NOT_SUPPORTED;
     return ErrorOf([&] {
-        Account oAccount{};
-        if (const DWORD nError = FindAccount(pEntries->Trustee, oAccount))
-            return nError;
+        RequireSupported(nEntries == 1 && pEntries->grfAccessPermissions == GENERIC_ALL &&
+                         pEntries->grfAccessMode == SET_ACCESS &&
+                         pEntries->grfInheritance == SUB_CONTAINERS_AND_OBJECTS_INHERIT);
         Lists oLists = Unpack(pOld);
-        oLists.oGranted[oAccount] = nFullAccess;
+        oLists.oGranted[FindAccount(pEntries->Trustee)] = nFullAccess;
         *ppNew = Pack(oLists);
-        return ERROR_SUCCESS;
     });
 }
 
 DWORD win32::GetNamedSecurityInfoA(LPCSTR pszPath, SE_OBJECT_TYPE eType, SECURITY_INFORMATION nParts, PSID* ppOwner,
                                    PSID* ppGroup, PACL* ppList, PACL* ppSystemList, PSECURITY_DESCRIPTOR* ppDescriptor)
 {
-    if (eType != SE_FILE_OBJECT || nParts != DACL_SECURITY_INFORMATION || ppOwner || ppGroup || ppSystemList)
-        return ERROR_NOT_SUPPORTED;
     return ErrorOf([&] {
+        RequireSupported(eType == SE_FILE_OBJECT && nParts == DACL_SECURITY_INFORMATION && !ppOwner && !ppGroup &&
+                         !ppSystemList);
         const NativePath oPath(pszPath);
         struct stat oStatus;
         Lists oLists;
         if (::stat(oPath, &oStatus) != 0 || !Read(oPath, S_ISDIR(oStatus.st_mode), oLists))
-            return ErrorOnPath(oPath, errno);
+            ThrowOnPath(oPath);
         *ppList = Pack(oLists);
         *ppDescriptor = *ppList;
-        return ERROR_SUCCESS;
     });
 }
 
 DWORD win32::SetNamedSecurityInfoA(LPSTR pszPath, SE_OBJECT_TYPE eType, SECURITY_INFORMATION nParts, PSID pOwner,
                                    PSID pGroup, PACL pList, PACL pSystemList)
 {
-    if (eType != SE_FILE_OBJECT || (nParts & ~PROTECTED_DACL_SECURITY_INFORMATION) != DACL_SECURITY_INFORMATION ||
-        pOwner || pGroup || !pList || pSystemList)
-        return ERROR_NOT_SUPPORTED;
     return ErrorOf([&] {
+        RequireSupported(eType == SE_FILE_OBJECT &&
+                         (nParts & ~PROTECTED_DACL_SECURITY_INFORMATION) == DACL_SECURITY_INFORMATION && !pOwner &&
+                         !pGroup && pList && !pSystemList);
         const NativePath oPath(pszPath);
         struct stat oStatus;
-        if (::stat(oPath, &oStatus) != 0)
-            return ErrorOnPath(oPath, errno);
+        OrThrowOnPath(oPath, ::stat(oPath, &oStatus));
         Lists oLists = Unpack(pList);
         const AccessEntries oGranted = oLists.oGranted;
         if (oLists.oAccess.empty())
@@ -250,13 +240,9 @@ DWORD win32::SetNamedSecurityInfoA(LPSTR pszPath, SE_OBJECT_TYPE eType, SECURITY
             oLists.oGranted = oGranted;
         }
         if (!Write(oPath, oStatus, std::move(oLists)))
-            return ErrorOnPath(oPath, errno);
-        if (S_ISDIR(oStatus.st_mode))
-            OrOutOfMemory(false, [&] {   // which does not undo what is done
-                HandDown(static_cast<const char*>(oPath), oGranted);
-                return true;
-            });
-        return ERROR_SUCCESS;
+            ThrowOnPath(oPath);
+        if (S_ISDIR(oStatus.st_mode))   // and a want of memory in it does not undo what is done
+            static_cast<void>(ErrorOf([&] { HandDown(static_cast<const char*>(oPath), oGranted); }));
     });
 }
 

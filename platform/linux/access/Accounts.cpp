@@ -1,7 +1,9 @@
+// SIDs and accounts: the numbers of Linux stand in SIDs as file servers on Linux write them, and the well-known SIDs
+// have the meaning that comes nearest here.
 #include "Accounts.h"
 
 #include "platform/linux/base/AccountRecord.h"
-#include "platform/linux/base/Errno.h"
+#include "platform/linux/base/Failure.h"
 
 #include <algorithm>
 #include <charconv>
@@ -83,29 +85,27 @@ std::optional<SID> ParseSid(std::string strText)
     return oSid;
 }
 
-DWORD FindAccount(const SID& oSid, Account& oFound)
+Account FindAccount(const SID& oSid)
 {
     const std::string strText = TextOf(oSid);
     for (const auto& oKnown : s_aWellKnown)
         if (strText == oKnown.pszSid)
-            return oFound = oKnown.oAccount, ERROR_SUCCESS;
+            return oKnown.oAccount;
     const BYTE anAuthority[] = {0, 0, 0, 0, 0, nUnixAuthority};
     const DWORD nKind = oSid.SubAuthority[0];
-    if (!std::ranges::equal(oSid.IdentifierAuthority, anAuthority) || oSid.SubAuthorityCount != 2 ||
-        (nKind != nUnixUser && nKind != nUnixGroup))
-        return ERROR_NONE_MAPPED;
-    oFound = {nKind == nUnixUser ? ACL_USER : ACL_GROUP, oSid.SubAuthority[1]};
-    return ERROR_SUCCESS;
+    Require(std::ranges::equal(oSid.IdentifierAuthority, anAuthority) && oSid.SubAuthorityCount == 2 &&
+                (nKind == nUnixUser || nKind == nUnixGroup),
+            ERROR_NONE_MAPPED);
+    return {nKind == nUnixUser ? ACL_USER : ACL_GROUP, oSid.SubAuthority[1]};
 }
 
-DWORD FindAccount(const char* pszName, Account& oFound)
+Account FindAccount(const char* pszName)
 {
     const AccountRecord oUser(&::getpwnam_r, pszName);
     if (oUser)
-        return oFound = {ACL_USER, oUser->pw_uid}, ERROR_SUCCESS;
+        return {ACL_USER, oUser->pw_uid};
     const AccountRecord oGroup(&::getgrnam_r, pszName);
-    if (oGroup)
-        return oFound = {ACL_GROUP, oGroup->gr_gid}, ERROR_SUCCESS;
     const int nErrno = oUser.Errno() ? oUser.Errno() : oGroup.Errno();
-    return nErrno ? ErrorOfErrno(nErrno) : ERROR_NONE_MAPPED;
+    Require(bool{oGroup}, nErrno ? ErrorOfErrno(nErrno) : ERROR_NONE_MAPPED);
+    return {ACL_GROUP, oGroup->gr_gid};
 }

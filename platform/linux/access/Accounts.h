@@ -33,7 +33,7 @@ struct SID
 // From its text, S-1-..., or the two letters of a well-known one; none if it is malformed.
 std::optional<SID> ParseSid(std::string strText);
 
-// ERROR_NONE_MAPPED if there is no such account here. Users and groups have the SIDs S-1-22-1 and S-1-22-2 with their
-// number.
-DWORD FindAccount(const SID& oSid, Account& oFound);
-DWORD FindAccount(const char* pszName, Account& oFound);
+// Fails with ERROR_NONE_MAPPED if there is no such account here. Users and groups have the SIDs S-1-22-1 and S-1-22-2
+// with their number.
+Account FindAccount(const SID& oSid);
+Account FindAccount(const char* pszName);

@@ -1,3 +1,4 @@
+// A signal may interrupt a write, or let it stop half-way.
 #include "Descriptor.h"
 
 #include <cerrno>

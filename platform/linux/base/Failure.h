@@ -1,28 +1,81 @@
-// How an operation fails.
+// How a call fails: inside of the rooms by throwing a Failure where it is noticed, and to its caller as Windows tells
+// it, which is the work of the templates at the end. No call lets anything else through.
 #pragma once
 
 #include "win32/Errors.h"
 
 #include <new>
 
-// Sets the last error and gives the operation's failure value: return Fail(ERROR_..., FALSE);
-template <class Result>
-Result Fail(DWORD nError, Result failure) noexcept
+// In the numbering of Windows, which hosts read in texts and logs.
+struct Failure
 {
-    win32::SetLastError(nError);
-    return failure;
+    DWORD nError;
+};
+
+inline void Require(bool bHolds, DWORD nError)
+{
+    if (!bHolds)
+        throw Failure{nError};
 }
 
-// The body of an operation that takes memory: gives its result, or the failure value if there is no memory.
-template <class Result, class Body>
-Result OrOutOfMemory(Result failure, Body body) noexcept
+// For arguments that the library never passes: they are refused instead of being half obeyed.
+inline void RequireSupported(bool bHolds)
+{
+    Require(bHolds, ERROR_NOT_SUPPORTED);
+}
+
+// errno in the numbering of Windows, for all but the sockets, which have numbers of their own.
+DWORD ErrorOfErrno(int nErrno) noexcept;
+
+// The way back, for its text; -1 if the number stands for none.
+int ErrnoOfError(DWORD nError) noexcept;
+
+[[noreturn]] void ThrowErrno();
+
+// Around the call of a system function that is zero or more on success: its result.
+template <class Result>
+Result OrThrowErrno(Result nResult)
+{
+    if (nResult < 0)
+        ThrowErrno();
+    return nResult;
+}
+
+// A call that gives its error as a number; in a numbering of its own it has its own for a want of memory.
+template <class Body>
+DWORD ErrorOf(Body body, DWORD nNoMemory = ERROR_NOT_ENOUGH_MEMORY) noexcept
 {
     try
     {
-        return body();
+        body();
+        return ERROR_SUCCESS;
+    }
+    catch (const Failure& oFailure)
+    {
+        return oFailure.nError;
     }
     catch (const std::bad_alloc&)
     {
-        return Fail(ERROR_NOT_ENOUGH_MEMORY, failure);
+        return nNoMemory;
     }
+}
+
+// A call that gives a value, another one on failure, and then sets the last error.
+template <class Result, class Body>
+Result ResultOr(Result failure, Body body) noexcept
+{
+    Result result = failure;
+    if (const DWORD nError = ErrorOf([&] { result = body(); }))
+        win32::SetLastError(nError);
+    return result;
+}
+
+// A call that gives TRUE or, with the last error set, FALSE.
+template <class Body>
+BOOL Succeeds(Body body) noexcept
+{
+    const DWORD nError = ErrorOf(body);
+    if (nError)
+        win32::SetLastError(nError);
+    return nError == ERROR_SUCCESS;
 }

@@ -1,16 +1,13 @@
+// Callers build paths with backslashes on all systems, and ask why a call on one failed in the words of Windows.
 #include "Paths.h"
 
 #include "util/OrEmpty.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <filesystem>
 
 #include <sys/stat.h>
-
-NativePath::NativePath(LPCSTR pszPath) : m_strPath(OrEmpty(pszPath))
-{
-    std::replace(m_strPath.begin(), m_strPath.end(), '\\', '/');
-}
 
 namespace
 {
@@ -26,6 +23,11 @@ bool HasFolder(std::string strPath)
     struct stat oStatus;
     return ::stat(strPath.c_str(), &oStatus) == 0 && S_ISDIR(oStatus.st_mode);
 }
+}
+
+NativePath::NativePath(LPCSTR pszPath) : m_strPath(OrEmpty(pszPath))
+{
+    std::replace(m_strPath.begin(), m_strPath.end(), '\\', '/');
 }
 
 bool Exists(const char* pszNativePath)
@@ -44,4 +46,9 @@ std::string AbsolutePath(const NativePath& oPath)
 DWORD ErrorOnPath(const char* pszNativePath, int nErrno)
 {
     return nErrno == ENOENT && !HasFolder(pszNativePath) ? ERROR_PATH_NOT_FOUND : ErrorOfErrno(nErrno);
+}
+
+void ThrowOnPath(const char* pszNativePath)
+{
+    throw Failure{ErrorOnPath(pszNativePath, errno)};
 }

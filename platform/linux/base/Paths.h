@@ -1,7 +1,7 @@
 // Paths as callers write them, and what their failures mean.
 #pragma once
 
-#include "Errno.h"
+#include "Failure.h"
 #include "ZevrinUtils/Types.h"
 
 #include <string>
@@ -18,18 +18,21 @@ private:
     std::string m_strPath;
 };
 
-// Whether there is anything of that name, if only a link that leads nowhere.
+// True for anything of that name, if only a link that leads nowhere.
 bool Exists(const char* pszNativePath);
 
 // From the root; empty for an empty path, and where the working folder is gone.
 std::string AbsolutePath(const NativePath& oPath);
 
-// errno in Windows' numbering, for a call on that path: ENOENT is 3 if the folder that it would lie in is missing,
-// otherwise 2.
+// What errno means for a call on that path: ENOENT is 3 if the folder that it would lie in is missing, otherwise 2.
 DWORD ErrorOnPath(const char* pszNativePath, int nErrno);
+[[noreturn]] void ThrowOnPath(const char* pszNativePath);
 
+// Around a call on a path that is zero or more on success: its result.
 template <class Result>
-Result FailOnPath(const char* pszNativePath, Result failure)
+Result OrThrowOnPath(const char* pszNativePath, Result nResult)
 {
-    return Fail(ErrorOnPath(pszNativePath, errno), failure);
+    if (nResult < 0)
+        ThrowOnPath(pszNativePath);
+    return nResult;
 }

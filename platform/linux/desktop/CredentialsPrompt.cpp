@@ -1,8 +1,10 @@
+// In a window, or on the terminal with the care that one takes for a password: no echo, and the terminal's mode put
+// back however the prompt ends.
 #include "CredentialsPrompt.h"
 
 #include "Desktop.h"
-#include "platform/Memory.h"
 #include "platform/linux/base/Descriptor.h"
+#include "util/Owned.h"
 
 #include <cerrno>
 #include <csignal>

@@ -1,4 +1,4 @@
-// Asking the user for a name and a password.
+// The question to the user for a name and a password.
 #pragma once
 
 #include <optional>

@@ -1,3 +1,4 @@
+// The module is loaded by its path, from where this library lies, so that a machine without a desktop needs none of it.
 #include "Desktop.h"
 
 #include <filesystem>

@@ -4,10 +4,9 @@
 #include "Desktop.h"
 #include "ShellItems.h"
 #include "Window.h"
-#include "platform/Memory.h"
-#include "platform/linux/base/Failure.h"
+#include "platform/linux/base/Buffers.h"
 #include "platform/linux/base/Paths.h"
-#include "platform/linux/base/Wide.h"
+#include "platform/linux/base/Unicode.h"
 #include "util/OrEmpty.h"
 #include "win32/Files.h"
 
@@ -42,12 +41,12 @@ private:
     DesktopBrowser* m_pBrowser;
 };
 
-// One run of the browser, and what it tells the caller meanwhile.
+// One run of the browser, of which the caller hears meanwhile.
 class Browse
 {
 public:
     Browse(const DesktopCalls& oDesktop, const BROWSEINFOA& oInfo) : m_oDesktop(oDesktop), m_oInfo(oInfo) {}
-    ~Browse() { ForgetHandle(m_hWindow); }
+    ~Browse() { ForgetWindow(m_hWindow); }
     Browse(const Browse&) = delete;
     Browse& operator=(const Browse&) = delete;
 
@@ -104,10 +103,7 @@ private:
     static void Selected(void* pThis, const char* pszPath)
     {
         auto& oThis = *static_cast<Browse*>(pThis);
-        oThis.Guarded([&] {
-            if (const Malloced<ITEMIDLIST> pItems{ItemsOf(pszPath)})
-                oThis.Tell(BFFM_SELCHANGED, reinterpret_cast<LPARAM>(pItems.get()));
-        });
+        oThis.Guarded([&] { oThis.Tell(BFFM_SELCHANGED, reinterpret_cast<LPARAM>(ItemsOf(pszPath).get())); });
     }
     static int Refused(void* pThis, const char* pszTyped)
     {
@@ -137,18 +133,16 @@ private:
 
 ITEMIDLIST* win32::SHBrowseForFolderA(BROWSEINFOA* pInfo)
 {
-    constexpr ITEMIDLIST* pNone = nullptr;
     const DesktopCalls* const pDesktop = Desktop();
     if (!pDesktop)
-        return Fail(ERROR_CANCELLED, pNone);
+        return ResultOr<ITEMIDLIST*>(nullptr, []() -> ITEMIDLIST* { throw Failure{ERROR_CANCELLED}; });
     Browse oBrowse(*pDesktop, *pInfo);
-    Malloced<ITEMIDLIST> pItems(OrOutOfMemory(pNone, [&] {
+    Malloced<ITEMIDLIST> pItems(ResultOr<ITEMIDLIST*>(nullptr, [&] {
         const Malloced<char> pszChosen = oBrowse.Run();
-        if (!pszChosen)
-            return Fail(ERROR_CANCELLED, pNone);
+        Require(pszChosen != nullptr, ERROR_CANCELLED);
         if (pInfo->pszDisplayName)
-            pInfo->pszDisplayName[ShownName(pszChosen.get()).copy(pInfo->pszDisplayName, MAX_PATH - 1)] = 0;
-        return ItemsOf(pszChosen.get());
+            CopyCut(ShownName(pszChosen.get()), pInfo->pszDisplayName, MAX_PATH);
+        return ItemsOf(pszChosen.get()).release();
     }));
     oBrowse.ThrowWhatAHookThrew();
     return pItems.release();

@@ -1,9 +1,10 @@
+// The shell's objects, its desktop folder and its allocator, and the texts of its items.
 #include "win32/Shell.h"
 
 #include "ShellItems.h"
-#include "platform/linux/base/Failure.h"
+#include "platform/linux/base/Buffers.h"
 #include "platform/linux/base/Paths.h"
-#include "platform/linux/base/Wide.h"
+#include "platform/linux/base/Unicode.h"
 #include "win32/Files.h"
 
 #include <cstdlib>
@@ -12,18 +13,16 @@
 
 namespace
 {
-// A failure as the shell's operations give it.
-HRESULT ResultOf(DWORD nError)
+// A call that gives its failure as the shell does.
+template <class Body>
+HRESULT ResultOf(Body body) noexcept
 {
-    return static_cast<HRESULT>(0x80070000 | nError);
+    constexpr DWORD nWin32 = 0x80070000;
+    const DWORD nError = ErrorOf(body, ERROR_OUTOFMEMORY);
+    return nError ? static_cast<HRESULT>(nWin32 | nError) : S_OK;
 }
 
-void CopyCut(const std::string& strText, LPSTR pszBuffer, std::size_t nSize)
-{
-    pszBuffer[strText.copy(pszBuffer, nSize - 1)] = 0;
-}
-
-// What all of them are: there for ever, whoever refers to them.
+// All of the shell's objects are there for ever, whoever refers to them.
 template <class Interface>
 class Eternal : public Interface
 {
@@ -39,32 +38,26 @@ public:
     HRESULT ParseDisplayName(HWND, IBindCtx* pBindCtx, LPWSTR pszName, ULONG* pnEaten, ITEMIDLIST** ppItem,
                              ULONG* pnAttributes) override
     {
-        if (!ppItem)
-            return E_INVALIDARG;
-        *ppItem = nullptr;
-        if (pBindCtx || !pszName || pnEaten || pnAttributes)
-            return E_INVALIDARG;
-        return OrOutOfMemory(E_OUTOFMEMORY, [&] {
+        return ResultOf([&] {
+            Require(ppItem, ERROR_INVALID_PARAMETER);
+            *ppItem = nullptr;
+            Require(!pBindCtx && pszName && !pnEaten && !pnAttributes, ERROR_INVALID_PARAMETER);
             const NativePath oPath(Narrowed(pszName).c_str());
             struct stat oStatus;
-            if (*oPath && *oPath != '/')
-                return ResultOf(ERROR_FILE_NOT_FOUND);
-            if (*oPath && ::stat(oPath, &oStatus) != 0)
-                return ResultOf(ErrorOnPath(oPath, errno));
-            *ppItem = ItemsOf(static_cast<const char*>(oPath));
-            return *ppItem ? S_OK : E_OUTOFMEMORY;
+            Require(!*oPath || *oPath == '/', ERROR_FILE_NOT_FOUND);
+            if (*oPath)
+                OrThrowOnPath(oPath, ::stat(oPath, &oStatus));
+            *ppItem = ItemsOf(static_cast<const char*>(oPath)).release();
         });
     }
 
     HRESULT GetDisplayNameOf(const ITEMIDLIST* pItem, DWORD nFlags, STRRET* pName) override
     {
-        if (!pItem || !pName)
-            return E_INVALIDARG;
-        return OrOutOfMemory(E_OUTOFMEMORY, [&] {
+        return ResultOf([&] {
+            Require(pItem && pName, ERROR_INVALID_PARAMETER);
             const std::string strPath = PathOf(*pItem);
             pName->uType = STRRET_CSTR;
             CopyCut(nFlags & SHGDN_FORPARSING ? strPath : ShownName(strPath), pName->cStr, sizeof pName->cStr);
-            return S_OK;
         });
     }
 };
@@ -94,22 +87,17 @@ HRESULT win32::SHGetMalloc(IMalloc** ppMalloc)
 
 BOOL win32::SHGetPathFromIDListA(const ITEMIDLIST* pItem, LPSTR pszPath)
 {
-    *pszPath = 0;
-    return OrOutOfMemory(FALSE, [&] {
+    return Succeeds([&] {
+        *pszPath = 0;
         const std::string strPath = pItem ? PathOf(*pItem) : std::string();
-        if (strPath.empty() || strPath.size() >= MAX_PATH)
-            return Fail(ERROR_BAD_PATHNAME, FALSE);
-        CopyCut(strPath, pszPath, MAX_PATH);
-        return TRUE;
+        Require(!strPath.empty() && CopyWhole(strPath, 1, pszPath, MAX_PATH), ERROR_BAD_PATHNAME);
     });
 }
 
 HRESULT win32::StrRetToBufA(STRRET* pName, const ITEMIDLIST*, LPSTR pszBuffer, UINT nSize)
 {
-    if (pName->uType != STRRET_CSTR || nSize == 0)
-        return E_INVALIDARG;
-    return OrOutOfMemory(E_OUTOFMEMORY, [&] {
+    return ResultOf([&] {
+        Require(pName->uType == STRRET_CSTR && nSize > 0, ERROR_INVALID_PARAMETER);
         CopyCut(pName->cStr, pszBuffer, nSize);
-        return S_OK;
     });
 }

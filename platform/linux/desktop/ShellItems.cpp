@@ -1,4 +1,7 @@
+// Each item is a length of two bytes, itself included, and a part of the path; one of no length ends the list.
 #include "ShellItems.h"
+
+#include "platform/linux/base/Failure.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -24,20 +27,20 @@ void Append(std::string& strBytes, const std::string& strName)
 }
 }
 
-ITEMIDLIST* ItemsOf(const std::string& strPath)
+Malloced<ITEMIDLIST> ItemsOf(const std::string& strPath)
 {
     std::string strBytes;
     for (const auto& oPart : std::filesystem::path(strPath).lexically_normal())
     {
-        if (oPart.native().size() > nMostInItem)
-            return nullptr;
+        Require(oPart.native().size() <= nMostInItem, ERROR_BAD_PATHNAME);
         if (!oPart.empty())   // what stands behind a last slash
             Append(strBytes, oPart.native());
     }
     strBytes.append(nLengthSize, 0);
-    auto* const pItems = static_cast<ITEMIDLIST*>(std::malloc(strBytes.size()));
-    if (pItems)
-        std::copy(strBytes.begin(), strBytes.end(), reinterpret_cast<char*>(pItems));
+    Malloced<ITEMIDLIST> pItems(static_cast<ITEMIDLIST*>(std::malloc(strBytes.size())));
+    if (!pItems)
+        throw std::bad_alloc();
+    std::copy(strBytes.begin(), strBytes.end(), reinterpret_cast<char*>(pItems.get()));
     return pItems;
 }
 

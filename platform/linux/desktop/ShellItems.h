@@ -3,14 +3,15 @@
 #pragma once
 
 #include "ZevrinUtils/ShellTypes.h"
+#include "util/Owned.h"
 
 #include <string>
 
-// The list of a path from the root, in memory of malloc; null if there is no memory or a part is too long.
-ITEMIDLIST* ItemsOf(const std::string& strPath);
+// The list of a path from the root, in the memory of the shell's allocator. Fails if a part is too long.
+Malloced<ITEMIDLIST> ItemsOf(const std::string& strPath);
 
 // Empty for the desktop.
 std::string PathOf(const ITEMIDLIST& oItems);
 
-// How the shell shows what lies at a path.
+// The name that the shell shows for a path.
 std::string ShownName(const std::string& strPath);

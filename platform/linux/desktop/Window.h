@@ -1,14 +1,14 @@
-// Windows: what a dialog of the desktop is to the calls that Windows has for it.
+// A window, as which the calls that Windows has for windows know a dialog of the desktop.
 #pragma once
 
-#include "platform/linux/base/KernelObject.h"
+#include "platform/linux/base/Handles.h"
 
 #include <map>
 #include <string>
 
 struct DesktopBrowser;
 
-class Window : public KernelObject
+class Window : public HandleObject
 {
 public:
     // The window's own answer to a message.
@@ -25,8 +25,8 @@ private:
 
 HWND OpenWindow(std::shared_ptr<Window> pWindow);
 
-// Null if the handle stands for no window.
-std::shared_ptr<Window> FindWindowOf(HWND hWindow);
-
 // Tells the window of its end, and forgets it.
 void CloseWindow(HWND hWindow);
+
+// Without telling it; nothing happens to what is no window.
+void ForgetWindow(HWND hWindow) noexcept;

@@ -1,7 +1,9 @@
+// Copies by the kernel where it can, which shares blocks where the file system can; otherwise block by block.
 #include "OpenFile.h"
 #include "platform/linux/base/Paths.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <climits>
 
 #include <fcntl.h>
@@ -11,8 +13,7 @@ namespace
 constexpr std::size_t nBlock = 0x10000;
 constexpr std::size_t nMostAtOnce = 0x40000000;
 
-// Whether the kernel copies between these files by itself, which file systems that can share blocks do at once.
-// It says so with the first call.
+// The kernel says with the first call that it does not copy between these files by itself.
 bool CannotBeLeftToTheKernel(int nErrno) noexcept
 {
     return nErrno == EXDEV || nErrno == EINVAL || nErrno == ENOSYS || nErrno == EOPNOTSUPP || nErrno == EPERM;
@@ -65,37 +66,31 @@ void CopyTimesAndMode(const struct stat& oSource, int nTarget)
 }
 
 // What a link to a folder says, in a link of its own.
-BOOL CopyLink(const char* pszSource, const char* pszTarget)
+void CopyLink(const char* pszSource, const char* pszTarget)
 {
     char achTarget[PATH_MAX];
-    const ssize_t nLength = ::readlink(pszSource, achTarget, sizeof achTarget - 1);
-    if (nLength < 0)
-        return FailOnPath(pszSource, FALSE);
+    const ssize_t nLength = OrThrowOnPath(pszSource, ::readlink(pszSource, achTarget, sizeof achTarget - 1));
     achTarget[nLength] = 0;
     if (::symlink(achTarget, pszTarget) == 0)
-        return TRUE;
+        return;
     if (errno != EEXIST || ::unlink(pszTarget) != 0 || ::symlink(achTarget, pszTarget) != 0)
-        return FailOnPath(pszTarget, FALSE);
-    return TRUE;
+        ThrowOnPath(pszTarget);
 }
 
-BOOL CopyContent(int nSource, const struct stat& oSource, const char* pszTarget)
+void CopyContent(const OpenedFile& oSource, const char* pszTarget)
 {
-    struct stat oTarget;
     // Writable at first, also where the copy is to be read-only.
-    const Descriptor oWrite =
-        OpenFile(pszTarget, GENERIC_WRITE, 0, CREATE_ALWAYS, (oSource.st_mode & ACCESSPERMS) | S_IWUSR, oTarget);
-    if (!oWrite)
-        return FALSE;
-    if (!CopyBytes(nSource, oWrite.Get(), oSource.st_size))
+    const mode_t nMode = (oSource.oStatus.st_mode & ACCESSPERMS) | S_IWUSR;
+    const OpenedFile oTarget = OpenFile(pszTarget, GENERIC_WRITE, CREATE_ALWAYS, nMode);
+    TakeIntoUse(oTarget, GENERIC_WRITE, 0, CREATE_ALWAYS);
+    if (!CopyBytes(oSource.oDescriptor.Get(), oTarget.oDescriptor.Get(), oSource.oStatus.st_size))
     {
         const DWORD nError = ErrorOfErrno(errno);
-        if (S_ISREG(oTarget.st_mode))
+        if (S_ISREG(oTarget.oStatus.st_mode))
             ::unlink(pszTarget);
-        return Fail(nError, FALSE);
+        throw Failure{nError};
     }
-    CopyTimesAndMode(oSource, oWrite.Get());
-    return TRUE;
+    CopyTimesAndMode(oSource.oStatus, oTarget.oDescriptor.Get());
 }
 
 bool IsLink(const char* pszNativePath)
@@ -107,17 +102,15 @@ bool IsLink(const char* pszNativePath)
 
 BOOL win32::CopyFileA(LPCSTR pszSource, LPCSTR pszTarget, BOOL bFailIfExists)
 {
-    if (bFailIfExists)
-        return Fail(ERROR_NOT_SUPPORTED, FALSE);
-    return OrOutOfMemory(FALSE, [&] {
-        const NativePath oSource(pszSource);
+    return Succeeds([&] {
+        RequireSupported(!bFailIfExists);
+        const NativePath oPath(pszSource);
         const NativePath oTarget(pszTarget);
-        struct stat oStatus = {};
-        const Descriptor oRead = OpenFile(oSource, GENERIC_READ, FILE_SHARE_READ, OPEN_EXISTING, 0, oStatus);
-        if (!oRead)
-            return S_ISDIR(oStatus.st_mode) && IsLink(oSource) ? CopyLink(oSource, oTarget) : FALSE;
-        if (!S_ISREG(oStatus.st_mode))
-            return Fail(ERROR_NOT_SUPPORTED, FALSE);
-        return CopyContent(oRead.Get(), oStatus, oTarget);
+        const OpenedFile oSource = OpenFile(oPath, GENERIC_READ, OPEN_EXISTING, 0);
+        if (S_ISDIR(oSource.oStatus.st_mode) && IsLink(oPath))
+            return CopyLink(oPath, oTarget);
+        TakeIntoUse(oSource, GENERIC_READ, FILE_SHARE_READ, OPEN_EXISTING);
+        RequireSupported(S_ISREG(oSource.oStatus.st_mode));
+        CopyContent(oSource, oTarget);
     });
 }

@@ -1,5 +1,8 @@
+// What is done to files and folders by their paths alone: attributes, making, removing.
 #include "OpenFile.h"
 #include "platform/linux/base/Paths.h"
+
+#include <cerrno>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -15,7 +18,7 @@ bool IsLinkToFolder(const char* pszNativePath)
            S_ISDIR(oStatus.st_mode);
 }
 
-// Whether someone has it open and minds its removal. What cannot be opened is not asked.
+// Someone has it open and minds its removal. What cannot be opened is not asked.
 bool IsInUse(const char* pszNativePath)
 {
     const Descriptor oOpen(::open(pszNativePath, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
@@ -25,11 +28,10 @@ bool IsInUse(const char* pszNativePath)
 
 DWORD win32::GetFileAttributesA(LPCSTR pszPath)
 {
-    return OrOutOfMemory(INVALID_FILE_ATTRIBUTES, [&] {
+    return ResultOr(INVALID_FILE_ATTRIBUTES, [&] {
         const NativePath oPath(pszPath);
         struct stat oStatus;
-        if (::lstat(oPath, &oStatus) != 0)
-            return FailOnPath(oPath, INVALID_FILE_ATTRIBUTES);
+        OrThrowOnPath(oPath, ::lstat(oPath, &oStatus));
         const DWORD nAttributes = (S_ISDIR(oStatus.st_mode) ? FILE_ATTRIBUTE_DIRECTORY : 0) |
                                   (S_ISLNK(oStatus.st_mode) ? FILE_ATTRIBUTE_REPARSE_POINT : 0) |
                                   (IsReadOnly(oStatus.st_mode) ? FILE_ATTRIBUTE_READONLY : 0);
@@ -39,40 +41,36 @@ DWORD win32::GetFileAttributesA(LPCSTR pszPath)
 
 BOOL win32::CreateDirectoryA(LPCSTR pszPath, LPSECURITY_ATTRIBUTES pSecurity)
 {
-    if (pSecurity)
-        return Fail(ERROR_NOT_SUPPORTED, FALSE);
-    return OrOutOfMemory(FALSE, [&] {
+    return Succeeds([&] {
+        RequireSupported(!pSecurity);
         const NativePath oPath(pszPath);
-        return ::mkdir(oPath, nNewFolderMode) == 0 ? TRUE : FailOnPath(oPath, FALSE);
+        OrThrowOnPath(oPath, ::mkdir(oPath, nNewFolderMode));
     });
 }
 
 BOOL win32::DeleteFileA(LPCSTR pszPath)
 {
-    return OrOutOfMemory(FALSE, [&] {
+    return Succeeds([&] {
         const NativePath oPath(pszPath);
         struct stat oStatus;
         if (::lstat(oPath, &oStatus) == 0 && S_ISREG(oStatus.st_mode))
         {
-            if (IsReadOnly(oStatus.st_mode))
-                return Fail(ERROR_ACCESS_DENIED, FALSE);
-            if (IsInUse(oPath))
-                return Fail(ERROR_SHARING_VIOLATION, FALSE);
+            Require(!IsReadOnly(oStatus.st_mode), ERROR_ACCESS_DENIED);
+            Require(!IsInUse(oPath), ERROR_SHARING_VIOLATION);
         }
-        return ::unlink(oPath) == 0 ? TRUE : FailOnPath(oPath, FALSE);
+        OrThrowOnPath(oPath, ::unlink(oPath));
     });
 }
 
 BOOL win32::RemoveDirectoryA(LPCSTR pszPath)
 {
-    return OrOutOfMemory(FALSE, [&] {
+    return Succeeds([&] {
         const NativePath oPath(pszPath);
         if (::rmdir(oPath) == 0)
-            return TRUE;
+            return;
         if (errno != ENOTDIR || !Exists(oPath))
-            return FailOnPath(oPath, FALSE);
-        if (!IsLinkToFolder(oPath))
-            return Fail(ERROR_DIRECTORY, FALSE);
-        return ::unlink(oPath) == 0 ? TRUE : FailOnPath(oPath, FALSE);
+            ThrowOnPath(oPath);
+        Require(IsLinkToFolder(oPath), ERROR_DIRECTORY);
+        OrThrowOnPath(oPath, ::unlink(oPath));
     });
 }

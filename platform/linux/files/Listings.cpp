@@ -1,9 +1,11 @@
-// Listing folders.
-#include "platform/linux/base/KernelObject.h"
+// Listings of folders.
+#include "platform/linux/base/Buffers.h"
+#include "platform/linux/base/Handles.h"
 #include "platform/linux/base/Paths.h"
+#include "util/Owned.h"
 #include "win32/Files.h"
 
-#include <algorithm>
+#include <cerrno>
 #include <cstdint>
 #include <cstring>
 #include <string_view>
@@ -15,11 +17,7 @@
 
 namespace
 {
-struct CloseFolder
-{
-    void operator()(DIR* pFolder) const noexcept { ::closedir(pFolder); }
-};
-using Folder = std::unique_ptr<DIR, CloseFolder>;
+using Folder = Owned<DIR, ::closedir>;
 
 // Windows delivers these two first, whatever the order of the file system.
 constexpr const char* s_apszDots[] = {".", ".."};
@@ -31,7 +29,7 @@ bool IsDots(const char* pszName) noexcept
 
 // Reads the folder when it is made, and keeps nothing open: a walk may go down any number of levels, and after a
 // failure leaves the listing of each of them behind.
-class Listing final : public KernelObject
+class Listing final : public HandleObject
 {
 public:
     explicit Listing(const Folder& pFolder)
@@ -47,14 +45,13 @@ public:
         m_nErrno = errno;
     }
 
-    BOOL Next(WIN32_FIND_DATAA& oFound)
+    void Next(WIN32_FIND_DATAA& oFound)
     {
         if (m_nDots < std::size(s_apszDots))
             return Give(s_apszDots[m_nDots++], 0, oFound);
-        if (m_nNext == m_oEntries.size())
-            return Fail(m_nErrno ? ErrorOfErrno(m_nErrno) : ERROR_NO_MORE_FILES, FALSE);
+        Require(m_nNext < m_oEntries.size(), m_nErrno ? ErrorOfErrno(m_nErrno) : ERROR_NO_MORE_FILES);
         const Entry& oEntry = m_oEntries[m_nNext++];
-        return Give(oEntry.strName, oEntry.nSize, oFound);
+        Give(oEntry.strName, oEntry.nSize, oFound);
     }
 
 private:
@@ -64,13 +61,11 @@ private:
         std::uint64_t nSize;
     };
 
-    static BOOL Give(std::string_view strName, std::uint64_t nSize, WIN32_FIND_DATAA& oFound)
+    static void Give(std::string_view strName, std::uint64_t nSize, WIN32_FIND_DATAA& oFound)
     {
         oFound.nFileSizeHigh = static_cast<DWORD>(nSize >> 32);
         oFound.nFileSizeLow = static_cast<DWORD>(nSize);
-        strName.copy(oFound.cFileName, MAX_PATH - 1);
-        oFound.cFileName[std::min(strName.size(), MAX_PATH - 1)] = 0;
-        return TRUE;
+        CopyCut(strName, oFound.cFileName, MAX_PATH);
     }
 
     // Nothing but a file has one.
@@ -89,7 +84,7 @@ private:
     int m_nErrno = 0;          // why the entries end, where not because there are no more
 };
 
-// A folder that is missing is no missing file.
+// Of what could not be listed. A folder that is missing is no missing file.
 DWORD ErrorOfListing(const char* pszNativePath)
 {
     const int nErrno = errno;
@@ -102,15 +97,14 @@ DWORD ErrorOfListing(const char* pszNativePath)
 HANDLE win32::FindFirstFileA(LPCSTR pszPattern, LPWIN32_FIND_DATAA pFound)
 {
     static constexpr std::string_view strAll = "/*.*";
-    return OrOutOfMemory(INVALID_HANDLE_VALUE, [&] {
+    return ResultOr(INVALID_HANDLE_VALUE, [&] {
         std::string strFolder(NativePath{pszPattern});
-        if (!strFolder.ends_with(strAll))
-            return Fail(ERROR_NOT_SUPPORTED, INVALID_HANDLE_VALUE);
+        RequireSupported(strFolder.ends_with(strAll));
         strFolder.erase(strFolder.size() - strAll.size());
         const char* const pszFolder = strFolder.empty() ? "/" : strFolder.c_str();
         const Folder pFolder(::opendir(pszFolder));
         if (!pFolder)
-            return Fail(ErrorOfListing(pszFolder), INVALID_HANDLE_VALUE);
+            throw Failure{ErrorOfListing(pszFolder)};
         const auto pListing = std::make_shared<Listing>(pFolder);
         pListing->Next(*pFound);
         return OpenHandle(pListing);
@@ -119,11 +113,10 @@ HANDLE win32::FindFirstFileA(LPCSTR pszPattern, LPWIN32_FIND_DATAA pFound)
 
 BOOL win32::FindNextFileA(HANDLE hFind, LPWIN32_FIND_DATAA pFound)
 {
-    const auto pListing = FindObjectOf<Listing>(hFind);
-    return pListing ? pListing->Next(*pFound) : Fail(ERROR_INVALID_HANDLE, FALSE);
+    return Succeeds([&] { ObjectOf<Listing>(hFind)->Next(*pFound); });
 }
 
 BOOL win32::FindClose(HANDLE hFind)
 {
-    return FindObjectOf<Listing>(hFind) && ForgetHandle(hFind) ? TRUE : Fail(ERROR_INVALID_HANDLE, FALSE);
+    return Succeeds([&] { TakeObjectOf<Listing>(hFind); });
 }

@@ -1,6 +1,9 @@
+// The judgement of a certificate, fault by fault, inside of OpenSSL: libcurl alone can forgive all of them or none.
 #include "Certificates.h"
 
-#include "util/Table.h"
+#include "util/Translation.h"
+
+#include <new>
 
 #include <openssl/ssl.h>
 #include <openssl/x509_vfy.h>
@@ -18,7 +21,7 @@ constexpr Verdict oRevoked{0, ERROR_INTERNET_SEC_CERT_REVOKED};
 constexpr Verdict oInvalid{0, ERROR_INTERNET_SEC_INVALID_CERT};
 
 // By OpenSSL's number of the fault.
-constexpr Row<int, Verdict> s_aVerdicts[] = {
+constexpr Translation<int, Verdict> s_aVerdicts[] = {
     {X509_V_ERR_CERT_HAS_EXPIRED, oWrongDate},
     {X509_V_ERR_CERT_NOT_YET_VALID, oWrongDate},
     {X509_V_ERR_UNABLE_TO_GET_ISSUER_CERT, oUnknownAuthority},
@@ -69,7 +72,7 @@ struct CertificateRules::Verification
             static_cast<SSL*>(X509_STORE_CTX_get_ex_data(pStore, SSL_get_ex_data_X509_STORE_CTX_idx()));
         SSL_CTX* const pSslContext = SSL_get_SSL_CTX(pSsl);
         auto* const pRules = static_cast<CertificateRules*>(SSL_CTX_get_ex_data(pSslContext, RulesIndex()));
-        const Verdict oVerdict = ValueOf(s_aVerdicts, X509_STORE_CTX_get_error(pStore), oInvalid);
+        const Verdict oVerdict = Translate(s_aVerdicts, X509_STORE_CTX_get_error(pStore), oInvalid);
         if (IsOfProxy(pSslContext) || !(pRules->m_nFlags & oVerdict.nForgivenBy))
         {
             pRules->m_nRefusal = oVerdict.nError;
@@ -86,15 +89,17 @@ void CertificateRules::SetFlags(DWORD nFlags) noexcept
                          SECURITY_FLAG_IGNORE_CERT_DATE_INVALID);
 }
 
-bool CertificateRules::Apply(CURL* pTransfer)
+void CertificateRules::Apply(CURL* pTransfer)
 {
     m_nRefusal = 0;
     const auto set = [pTransfer](CURLoption nOption, auto value) {
-        return curl_easy_setopt(pTransfer, nOption, value) == CURLE_OK;
+        if (curl_easy_setopt(pTransfer, nOption, value) != CURLE_OK)
+            throw std::bad_alloc();
     };
-    // A session that is taken up again would skip the judgement.
-    return set(CURLOPT_SSL_VERIFYPEER, 1L) && set(CURLOPT_SSL_SESSIONID_CACHE, 0L) &&
-           set(CURLOPT_SSL_VERIFYHOST, m_nFlags & SECURITY_FLAG_IGNORE_CERT_CN_INVALID ? 0L : 2L) &&
-           set(CURLOPT_PROXY_SSLVERSION, nMarkOfProxies) && set(CURLOPT_SSL_CTX_FUNCTION, &Verification::Prepare) &&
-           set(CURLOPT_SSL_CTX_DATA, this);
+    set(CURLOPT_SSL_VERIFYPEER, 1L);
+    set(CURLOPT_SSL_VERIFYHOST, m_nFlags & SECURITY_FLAG_IGNORE_CERT_CN_INVALID ? 0L : 2L);
+    set(CURLOPT_SSL_SESSIONID_CACHE, 0L);   // a session that is taken up again would skip the judgement
+    set(CURLOPT_PROXY_SSLVERSION, nMarkOfProxies);
+    set(CURLOPT_SSL_CTX_FUNCTION, &Verification::Prepare);
+    set(CURLOPT_SSL_CTX_DATA, this);
 }

@@ -1,4 +1,4 @@
-// What a request forgives the certificate of a server.
+// The faults that a request forgives the certificate of a server.
 #pragma once
 
 #include "win32/Internet.h"
@@ -8,13 +8,13 @@
 class CertificateRules
 {
 public:
-    // What is forgiven: of the security flags, those for a wrong name, a wrong date and an unknown authority. All else
+    // Of the security flags, those for a wrong name, a wrong date and an unknown authority, are obeyed. All else
     // that is wrong with a certificate is never forgiven, and to the certificate of a proxy nothing is.
     DWORD Flags() const noexcept { return m_nFlags; }
     void SetFlags(DWORD nFlags) noexcept;
 
-    // Holds the transfer to these rules, which must outlive it. False if it cannot be held to them.
-    bool Apply(CURL* pTransfer);
+    // Holds the transfer to these rules, which must outlive it. Throws std::bad_alloc.
+    void Apply(CURL* pTransfer);
 
     // The error of a certificate that was refused since the last Apply; 0 if none was.
     DWORD Refusal() const noexcept { return m_nRefusal; }

@@ -1,15 +1,17 @@
+// libcurl's start, its errors in the numbers of Windows, and the mere try to connect.
 #include "Curl.h"
 
-#include "util/Table.h"
-#include "win32/Errors.h"
+#include "platform/linux/base/Failure.h"
+#include "util/Owned.h"
+#include "util/Translation.h"
 #include "win32/Internet.h"
 
-#include <memory>
 #include <mutex>
+#include <new>
 
 namespace
 {
-constexpr Row<CURLcode, DWORD> s_aErrors[] = {
+constexpr Translation<CURLcode, DWORD> s_aErrors[] = {
     {CURLE_OK, ERROR_SUCCESS},
     {CURLE_URL_MALFORMAT, ERROR_INTERNET_INVALID_URL},
     {CURLE_COULDNT_RESOLVE_HOST, ERROR_INTERNET_NAME_NOT_RESOLVED},
@@ -29,13 +31,6 @@ constexpr Row<CURLcode, DWORD> s_aErrors[] = {
     {CURLE_OUT_OF_MEMORY, ERROR_NOT_ENOUGH_MEMORY},
     {CURLE_WRITE_ERROR, ERROR_NOT_ENOUGH_MEMORY},   // what our own callbacks answer when memory is short
 };
-
-struct Freed
-{
-    void operator()(CURLU* pUrl) const noexcept { curl_url_cleanup(pUrl); }
-    void operator()(CURL* pTransfer) const noexcept { curl_easy_cleanup(pTransfer); }
-    void operator()(char* pszPart) const noexcept { curl_free(pszPart); }
-};
 }
 
 void StartCurl()
@@ -46,22 +41,22 @@ void StartCurl()
 
 DWORD ErrorOfTransfer(CURLcode nResult)
 {
-    return ValueOf(s_aErrors, nResult, ERROR_INTERNET_INTERNAL_ERROR);
+    return Translate(s_aErrors, nResult, ERROR_INTERNET_INTERNAL_ERROR);
 }
 
 // As a plain connection to the server's port, whatever the URL's scheme would do there.
-DWORD TryToConnect(const char* pszUrl)
+void TryToConnect(const char* pszUrl)
 {
     StartCurl();
-    const std::unique_ptr<CURLU, Freed> pUrl(curl_url());
-    const std::unique_ptr<CURL, Freed> pTransfer(curl_easy_init());
+    const Owned<CURLU, curl_url_cleanup> pUrl(curl_url());
+    const Owned<CURL, curl_easy_cleanup> pTransfer(curl_easy_init());
     if (!pUrl || !pTransfer)
-        return ERROR_NOT_ENOUGH_MEMORY;
+        throw std::bad_alloc();
     char* pszPort = nullptr;
-    if (curl_url_set(pUrl.get(), CURLUPART_URL, pszUrl, 0) != CURLUE_OK ||
-        curl_url_get(pUrl.get(), CURLUPART_PORT, &pszPort, CURLU_DEFAULT_PORT) != CURLUE_OK)
-        return ERROR_INTERNET_INVALID_URL;
-    const std::unique_ptr<char, Freed> pszOwnedPort(pszPort);
+    Require(curl_url_set(pUrl.get(), CURLUPART_URL, pszUrl, 0) == CURLUE_OK &&
+                curl_url_get(pUrl.get(), CURLUPART_PORT, &pszPort, CURLU_DEFAULT_PORT) == CURLUE_OK,
+            ERROR_INTERNET_INVALID_URL);
+    const Owned<char, curl_free> pszOwnedPort(pszPort);
     curl_url_set(pUrl.get(), CURLUPART_SCHEME, "http", 0);
     curl_url_set(pUrl.get(), CURLUPART_PORT, pszPort, 0);
     curl_easy_setopt(pTransfer.get(), CURLOPT_CURLU, pUrl.get());
@@ -69,5 +64,6 @@ DWORD TryToConnect(const char* pszUrl)
     curl_easy_setopt(pTransfer.get(), CURLOPT_PROXY, "");
     curl_easy_setopt(pTransfer.get(), CURLOPT_NOSIGNAL, 1L);
     curl_easy_setopt(pTransfer.get(), CURLOPT_CONNECTTIMEOUT, nConnectSeconds);
-    return ErrorOfTransfer(curl_easy_perform(pTransfer.get()));
+    const CURLcode nResult = curl_easy_perform(pTransfer.get());
+    Require(nResult == CURLE_OK, ErrorOfTransfer(nResult));
 }

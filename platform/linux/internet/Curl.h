@@ -1,4 +1,4 @@
-// What the users of libcurl share.
+// Shared by all that use libcurl.
 #pragma once
 
 #include "ZevrinUtils/Types.h"
@@ -13,5 +13,5 @@ void StartCurl();
 // ERROR_SUCCESS, or the number that Windows has for such a failure.
 DWORD ErrorOfTransfer(CURLcode nResult);
 
-// Connects to the server of a web URL, without a proxy and without sending anything.
-DWORD TryToConnect(const char* pszUrl);
+// Connects to the server of a web URL, without a proxy and without sending anything. Throws a Failure.
+void TryToConnect(const char* pszUrl);

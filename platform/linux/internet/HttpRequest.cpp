@@ -1,3 +1,5 @@
+// The course of an exchange: sending, waiting, reading, and what libcurl tells meanwhile. libcurl works only while a
+// caller waits for it, so there is no thread, and nobody to hold up.
 #include "HttpRequest.h"
 
 #include "Curl.h"
@@ -18,14 +20,9 @@ constexpr std::size_t nDrainedForReuse = 0x10000;   // an answer no longer than 
 HttpSession::HttpSession(std::string strAgent) : m_strAgent(std::move(strAgent))
 {
     StartCurl();
-    m_pTransfers = curl_multi_init();
+    m_pTransfers.reset(curl_multi_init());
     if (!m_pTransfers)
         throw std::bad_alloc();
-}
-
-HttpSession::~HttpSession()
-{
-    curl_multi_cleanup(m_pTransfers);
 }
 
 HttpConnection::HttpConnection(std::shared_ptr<HttpSession> pOfSession, std::string strOfServer, INTERNET_PORT nOfPort,
@@ -38,52 +35,37 @@ HttpConnection::HttpConnection(std::shared_ptr<HttpSession> pOfSession, std::str
 {
 }
 
-HttpRequest::HttpRequest(std::shared_ptr<HttpConnection> pConnection, DWORD nFlags)
-    : m_pConnection(std::move(pConnection)), m_nFlags(nFlags), m_pTransfer(curl_easy_init())
-{
-    if (!m_pTransfer)
-        throw std::bad_alloc();
-}
-
 HttpRequest::~HttpRequest()
 {
     Drop();
-    curl_easy_cleanup(m_pTransfer);
-    curl_slist_free_all(m_pHeaderLines);
 }
 
-DWORD HttpRequest::Send()
+void HttpRequest::Send()
 {
     Drain();
     Drop();
-    m_strHeaders.clear();
-    m_nStatus = 0;
-    m_bHeadersComplete = false;
-    m_bFinalHeaders = false;
-    m_strBody.clear();
-    m_nTaken = 0;
-    m_bBodyBegan = false;
-    m_nFailure = ERROR_SUCCESS;
-    m_bSetUpFailed |= !m_oRules.Apply(m_pTransfer);
-    if (m_bSetUpFailed || curl_multi_add_handle(m_pConnection->pSession->Transfers(), m_pTransfer) != CURLM_OK)
-        return ERROR_NOT_ENOUGH_MEMORY;
+    m_oAnswer = {};
+    m_oRules.Apply(m_pTransfer.get());
+    if (curl_multi_add_handle(m_pConnection->pSession->Transfers(), m_pTransfer.get()) != CURLM_OK)
+        throw std::bad_alloc();
     m_bRunning = true;
 
     const auto nLatest = Clock::now() + nMostSilence;
-    while (m_bRunning && !m_bFinalHeaders && Arrived() == 0)
+    while (m_bRunning && m_oAnswer.eHowFar < eHeadersFinal && Arrived() == 0)
         Advance(nLatest);
-    if (m_bRunning || m_nFailure == ERROR_SUCCESS || IsAnswered())
-        return ERROR_SUCCESS;   // what broke off behind the headers is the body, and reading it tells
-    m_strHeaders.clear();
-    m_nStatus = 0;
-    return m_nFailure;
+    if (m_bRunning || m_oAnswer.nFailure == ERROR_SUCCESS || IsAnswered())
+        return;   // what broke off behind the headers is the body, and reading it tells
+    const DWORD nError = m_oAnswer.nFailure;
+    m_oAnswer = {};
+    throw Failure{nError};
 }
 
 // Reads the rest of an answer, if it is at hand, so that its connection can serve the next try.
 void HttpRequest::Drain()
 {
     const auto nLatest = Clock::now() + nMostDraining;
-    for (std::size_t nDrained = 0; m_bRunning && nDrained <= nDrainedForReuse; m_nTaken = m_strBody.size())
+    for (std::size_t nDrained = 0; m_bRunning && nDrained <= nDrainedForReuse;
+         m_oAnswer.nTaken = m_oAnswer.strBody.size())
     {
         nDrained += Arrived();
         Advance(nLatest);
@@ -93,17 +75,17 @@ void HttpRequest::Drain()
 void HttpRequest::Drop()
 {
     if (std::exchange(m_bRunning, false))
-        curl_multi_remove_handle(m_pConnection->pSession->Transfers(), m_pTransfer);
+        curl_multi_remove_handle(m_pConnection->pSession->Transfers(), m_pTransfer.get());
 }
 
 // Takes what has arrived off the network, and waits for it if need be. What was read before is forgotten.
 void HttpRequest::Advance(Clock::time_point nLatest)
 {
     constexpr int nPollMilliseconds = 500;
-    m_strBody.erase(0, std::exchange(m_nTaken, 0));
+    m_oAnswer.strBody.erase(0, std::exchange(m_oAnswer.nTaken, 0));
     CURLM* const pTransfers = m_pConnection->pSession->Transfers();
-    const std::size_t nBefore = m_strBody.size();
-    const bool bHadHeaders = m_bFinalHeaders;
+    const std::size_t nBefore = m_oAnswer.strBody.size();
+    const eStage eBefore = m_oAnswer.eHowFar;
     for (;;)
     {
         int nRunning = 0;
@@ -112,7 +94,8 @@ void HttpRequest::Advance(Clock::time_point nLatest)
         int nLeft = 0;
         while (const CURLMsg* const pMessage = curl_multi_info_read(pTransfers, &nLeft))
             FinishOf(*pMessage);
-        if (!m_bRunning || m_strBody.size() > nBefore || m_bFinalHeaders != bHadHeaders)
+        if (!m_bRunning || m_oAnswer.strBody.size() > nBefore ||
+            (eBefore < eHeadersFinal && m_oAnswer.eHowFar >= eHeadersFinal))
             return;
         if (Clock::now() > nLatest)
             return Finish(CURLE_OPERATION_TIMEDOUT);
@@ -131,16 +114,16 @@ void HttpRequest::FinishOf(const CURLMsg& oMessage)
 
 void HttpRequest::Finish(CURLcode nResult)
 {
-    m_nFailure = ErrorOf(nResult);
-    if (m_nFailure != ERROR_SUCCESS && WasTunnelRefused() && IsAnswered())
-        m_nFailure = ERROR_SUCCESS;   // to be read as any answer
+    m_oAnswer.nFailure = ErrorOfResult(nResult);
+    if (m_oAnswer.nFailure != ERROR_SUCCESS && WasTunnelRefused() && IsAnswered())
+        m_oAnswer.nFailure = ERROR_SUCCESS;   // to be read as any answer
     Drop();
 }
 
 long HttpRequest::Info(CURLINFO nWhich) const
 {
     long nValue = 0;
-    curl_easy_getinfo(m_pTransfer, nWhich, &nValue);
+    curl_easy_getinfo(m_pTransfer.get(), nWhich, &nValue);
     return nValue;
 }
 
@@ -155,45 +138,53 @@ bool HttpRequest::WasTunnelRefused() const
 // the body that the transfer broke off. A tunnel's headers are an answer only if it was refused.
 bool HttpRequest::IsAnswered() const
 {
-    const bool bBroke = m_nFailure == ERROR_SUCCESS || m_nFailure == ERROR_INTERNET_CONNECTION_RESET ||
-                        m_nFailure == ERROR_INTERNET_TIMEOUT || m_nFailure == ERROR_HTTP_INVALID_SERVER_RESPONSE;
-    return bBroke && m_bHeadersComplete && m_nHop == Info(CURLINFO_REDIRECT_COUNT) &&
+    const DWORD nFailure = m_oAnswer.nFailure;
+    const bool bBroke = nFailure == ERROR_SUCCESS || nFailure == ERROR_INTERNET_CONNECTION_RESET ||
+                        nFailure == ERROR_INTERNET_TIMEOUT || nFailure == ERROR_HTTP_INVALID_SERVER_RESPONSE;
+    return bBroke && m_oAnswer.eHowFar >= eHeadersComplete && m_oAnswer.nHop == Info(CURLINFO_REDIRECT_COUNT) &&
            (Info(CURLINFO_RESPONSE_CODE) != 0 || WasTunnelRefused());
 }
 
-DWORD HttpRequest::ErrorOf(CURLcode nResult) const
+DWORD HttpRequest::ErrorOfResult(CURLcode nResult) const
 {
     // A scheme that a redirect must not lead to, or else what came is no HTTP.
     if (nResult == CURLE_UNSUPPORTED_PROTOCOL)
-        return m_bHeadersComplete ? ERROR_HTTP_REDIRECT_FAILED : ERROR_HTTP_INVALID_SERVER_RESPONSE;
+        return m_oAnswer.eHowFar >= eHeadersComplete ? ERROR_HTTP_REDIRECT_FAILED : ERROR_HTTP_INVALID_SERVER_RESPONSE;
     if (nResult != CURLE_PEER_FAILED_VERIFICATION)
         return ErrorOfTransfer(nResult);
     // libcurl itself judges the name alone.
     return m_oRules.Refusal() ? m_oRules.Refusal() : ERROR_INTERNET_SEC_CERT_CN_INVALID;
 }
 
-DWORD HttpRequest::WaitForData(DWORD& nAvailable)
+void HttpRequest::AwaitData()
 {
     const auto nLatest = m_bRunning && Arrived() == 0 ? Clock::now() + nMostSilence : Clock::time_point();
     while (m_bRunning && Arrived() == 0)
         Advance(nLatest);
-    nAvailable = static_cast<DWORD>(std::min<std::size_t>(Arrived(), ~DWORD{0}));
-    return nAvailable == 0 ? m_nFailure : ERROR_SUCCESS;
 }
 
-DWORD HttpRequest::Read(char* pchBuffer, DWORD nCount, DWORD& nRead)
+DWORD HttpRequest::WaitForData()
 {
-    nRead = 0;
-    for (DWORD nAvailable = 0; nRead < nCount;)
+    AwaitData();
+    Require(Arrived() > 0 || m_oAnswer.nFailure == ERROR_SUCCESS, m_oAnswer.nFailure);
+    return static_cast<DWORD>(std::min<std::size_t>(Arrived(), ~DWORD{0}));
+}
+
+DWORD HttpRequest::Read(char* pchBuffer, DWORD nCount)
+{
+    DWORD nRead = 0;
+    while (nRead < nCount)
     {
-        if (const DWORD nError = WaitForData(nAvailable); nAvailable == 0)
-            return nRead == 0 ? nError : ERROR_SUCCESS;
-        const DWORD nTake = std::min(nAvailable, nCount - nRead);
-        std::memcpy(pchBuffer + nRead, m_strBody.data() + m_nTaken, nTake);
-        m_nTaken += nTake;
+        AwaitData();
+        if (Arrived() == 0)
+            break;
+        const auto nTake = static_cast<DWORD>(std::min<std::size_t>(Arrived(), nCount - nRead));
+        std::memcpy(pchBuffer + nRead, m_oAnswer.strBody.data() + m_oAnswer.nTaken, nTake);
+        m_oAnswer.nTaken += nTake;
         nRead += nTake;
     }
-    return ERROR_SUCCESS;
+    Require(nRead > 0 || nCount == 0 || m_oAnswer.nFailure == ERROR_SUCCESS, m_oAnswer.nFailure);
+    return nRead;
 }
 
 std::size_t HttpRequest::OnBody(char* pchData, std::size_t nSize, std::size_t nCount, void* pRequest)
@@ -201,8 +192,8 @@ std::size_t HttpRequest::OnBody(char* pchData, std::size_t nSize, std::size_t nC
     try
     {
         auto& oThis = *static_cast<HttpRequest*>(pRequest);
-        oThis.m_strBody.append(pchData, nSize * nCount);
-        oThis.m_bBodyBegan = true;
+        oThis.m_oAnswer.strBody.append(pchData, nSize * nCount);
+        oThis.m_oAnswer.eHowFar = eBody;
         return nSize * nCount;
     }
     catch (const std::bad_alloc&)
@@ -227,32 +218,33 @@ std::size_t HttpRequest::OnHeader(char* pchLine, std::size_t nSize, std::size_t 
 // Keeps the headers of the latest answer: those of redirects that are followed and of tunnels go by.
 void HttpRequest::TakeHeader(std::string_view strLine)
 {
-    if (m_bBodyBegan)
+    auto& o = m_oAnswer;
+    if (o.eHowFar == eBody)
         return;   // what follows a body
-    if (strLine.starts_with("HTTP/") && (m_strHeaders.empty() || m_bHeadersComplete))
+    if (strLine.starts_with("HTTP/") && o.eHowFar != eHeaders)
     {
-        m_strHeaders.clear();
-        m_bHeadersComplete = false;
-        m_bFinalHeaders = false;
-        m_nHop = Info(CURLINFO_REDIRECT_COUNT);
-        m_nStatus = 0;
+        o.eHowFar = eHeaders;
+        o.strHeaders.clear();
+        o.nHop = Info(CURLINFO_REDIRECT_COUNT);
+        o.nStatus = 0;
         const std::size_t nStatus = strLine.find_first_not_of(' ', strLine.find(' '));
         if (nStatus != std::string_view::npos)
-            std::from_chars(strLine.data() + nStatus, strLine.data() + strLine.size(), m_nStatus);
+            std::from_chars(strLine.data() + nStatus, strLine.data() + strLine.size(), o.nStatus);
     }
-    if (m_bHeadersComplete)
+    if (o.eHowFar != eHeaders)
         return;   // what follows the body of a redirect
     strLine = strLine.substr(0, strLine.find_last_not_of("\r\n") + 1);
-    m_strHeaders.append(strLine).append("\r\n");
-    m_bHeadersComplete = strLine.empty();
-    m_bFinalHeaders = m_bHeadersComplete && IsFinal();
+    o.strHeaders.append(strLine).append("\r\n");
+    if (strLine.empty())
+        o.eHowFar = IsFinal() ? eHeadersFinal : eHeadersComplete;
 }
 
-// Whether the headers that are complete end the wait for an answer, because nothing more is tried and the server
+// True where the headers that are complete end the wait for an answer, because nothing more is tried and the server
 // itself has sent them. A refusal that is met with credentials shows by what comes next.
 bool HttpRequest::IsFinal() const
 {
-    const bool bFollowed = m_nStatus / 100 == 3 && !(m_nFlags & INTERNET_FLAG_NO_AUTO_REDIRECT);
-    return m_nStatus >= 200 && m_nStatus != 401 && m_nStatus != 407 && !bFollowed &&
-           Info(CURLINFO_RESPONSE_CODE) == static_cast<long>(m_nStatus);
+    const DWORD nStatus = m_oAnswer.nStatus;
+    const bool bFollowed = nStatus / 100 == 3 && !(m_nFlags & INTERNET_FLAG_NO_AUTO_REDIRECT);
+    return nStatus >= 200 && nStatus != 401 && nStatus != 407 && !bFollowed &&
+           Info(CURLINFO_RESPONSE_CODE) == static_cast<long>(nStatus);
 }

@@ -3,7 +3,8 @@
 #pragma once
 
 #include "Certificates.h"
-#include "platform/linux/base/KernelObject.h"
+#include "platform/linux/base/Handles.h"
+#include "util/Owned.h"
 #include "win32/Errors.h"
 #include "win32/Internet.h"
 
@@ -14,22 +15,26 @@
 
 #include <curl/curl.h>
 
+// The kinds that InternetCloseHandle closes.
+class InternetObject : public HandleObject
+{
+};
+
 // Holds the connections that are kept alive.
-class HttpSession final : public KernelObject
+class HttpSession final : public InternetObject
 {
 public:
-    explicit HttpSession(std::string strAgent);   // throws std::bad_alloc
-    ~HttpSession() override;
+    explicit HttpSession(std::string strAgent);
 
     const std::string& Agent() const noexcept { return m_strAgent; }
-    CURLM* Transfers() const noexcept { return m_pTransfers; }
+    CURLM* Transfers() const noexcept { return m_pTransfers.get(); }
 
 private:
     std::string m_strAgent;
-    CURLM* m_pTransfers;
+    Owned<CURLM, curl_multi_cleanup> m_pTransfers;
 };
 
-struct HttpConnection final : KernelObject
+struct HttpConnection final : InternetObject
 {
     HttpConnection(std::shared_ptr<HttpSession> pOfSession, std::string strOfServer, INTERNET_PORT nOfPort,
                    std::string strOfUser, std::string strOfPassword);
@@ -41,29 +46,27 @@ struct HttpConnection final : KernelObject
     std::string strPassword;
 };
 
-// One exchange. Operations give an error number, ERROR_SUCCESS if they succeed.
-class HttpRequest final : public KernelObject
+// One exchange. Operations throw a Failure or std::bad_alloc.
+class HttpRequest final : public InternetObject
 {
 public:
-    HttpRequest(std::shared_ptr<HttpConnection> pConnection, DWORD nFlags);   // throws std::bad_alloc
+    HttpRequest(std::shared_ptr<HttpConnection> pConnection, const std::string& strVerb, const std::string& strObject,
+                DWORD nFlags);
     ~HttpRequest() override;
 
-    // To be done once, before anything else.
-    DWORD SetUp(const std::string& strVerb, const std::string& strObject);
-
     // Sends, again if need be, and returns when the answer's headers are there.
-    DWORD Send();
+    void Send();
 
     // Of the answer; 0 and nothing before there is one.
-    DWORD Status() const noexcept { return m_nStatus; }
-    const std::string& Headers() const noexcept { return m_strHeaders; }   // lines ended by CR LF
+    DWORD Status() const noexcept { return m_oAnswer.nStatus; }
+    const std::string& Headers() const noexcept { return m_oAnswer.strHeaders; }   // lines ended by CR LF
 
     // As many bytes as asked for, less only at the end. A failure behind the first of them is told by the next call.
-    DWORD Read(char* pchBuffer, DWORD nCount, DWORD& nRead);
-    DWORD WaitForData(DWORD& nAvailable);
+    DWORD Read(char* pchBuffer, DWORD nCount);
+    // Gives how many bytes can be read without waiting; 0 at the end.
+    DWORD WaitForData();
 
     CertificateRules& Rules() noexcept { return m_oRules; }
-    const HttpConnection& Connection() const noexcept { return *m_pConnection; }
 
     // Of the proxy that the last exchange used: its text in the environment, and what it takes to log on there.
     std::string Proxy() const;   // empty: none
@@ -72,7 +75,28 @@ public:
 private:
     using Clock = std::chrono::steady_clock;
 
-    bool SetUrl(const std::string& strObject);
+    // How far an answer is. Headers are final once nothing more is tried for others.
+    enum eStage
+    {
+        eNothing,
+        eHeaders,
+        eHeadersComplete,
+        eHeadersFinal,
+        eBody
+    };
+
+    struct Answer
+    {
+        eStage eHowFar = eNothing;
+        DWORD nStatus = 0;
+        std::string strHeaders;
+        long nHop = 0;                    // redirects that were followed to the server that sent these headers
+        std::string strBody;              // as far as it has arrived
+        std::size_t nTaken = 0;           // of which so much was read
+        DWORD nFailure = ERROR_SUCCESS;   // of a transfer that is done
+    };
+
+    void SetUrl(const std::string& strObject);
     void SetVerb(const std::string& strVerb);
     void AddHeaderLine(const char* pszLine);
     void SetSession();
@@ -87,31 +111,21 @@ private:
     void Drop();
     void Drain();
     void Advance(Clock::time_point nLatest);
+    void AwaitData();
     static void FinishOf(const CURLMsg& oMessage);
     void Finish(CURLcode nResult);
     bool WasTunnelRefused() const;
     bool IsAnswered() const;
     bool IsFinal() const;
-    DWORD ErrorOf(CURLcode nResult) const;
+    DWORD ErrorOfResult(CURLcode nResult) const;
     long Info(CURLINFO nWhich) const;
-    std::size_t Arrived() const noexcept { return m_strBody.size() - m_nTaken; }
+    std::size_t Arrived() const noexcept { return m_oAnswer.strBody.size() - m_oAnswer.nTaken; }
 
-    std::shared_ptr<HttpConnection> m_pConnection;
-    DWORD m_nFlags;
-    CURL* m_pTransfer;
-    curl_slist* m_pHeaderLines = nullptr;
+    const std::shared_ptr<HttpConnection> m_pConnection;
+    const DWORD m_nFlags;
+    Owned<curl_slist, curl_slist_free_all> m_pHeaderLines;   // outlives the transfer, which only borrows them
+    const Owned<CURL, curl_easy_cleanup> m_pTransfer;
     CertificateRules m_oRules;
-    bool m_bSetUpFailed = false;
-    bool m_bRunning = false;            // handed to the session's transfers
-    DWORD m_nFailure = ERROR_SUCCESS;   // of a transfer that is done
-
-    std::string m_strHeaders;
-    DWORD m_nStatus = 0;
-    bool m_bHeadersComplete = false;
-    bool m_bFinalHeaders = false;
-    bool m_bBodyBegan = false;
-    long m_nHop = 0;   // redirects that were followed to the server that sent these headers
-
-    std::string m_strBody;      // what has arrived
-    std::size_t m_nTaken = 0;   // of which so much was read
+    bool m_bRunning = false;   // handed to the session's transfers
+    Answer m_oAnswer;
 };

@@ -1,9 +1,10 @@
-// What a request tells libcurl before it is sent.
+// The settings that a request gives libcurl before it is sent: all that tells one request from another stands here.
 #include "Curl.h"
 #include "HttpRequest.h"
 #include "Proxy.h"
 
 #include <cstdlib>
+#include <new>
 
 #include <strings.h>
 #include <unistd.h>
@@ -22,16 +23,21 @@ std::string EscapeBlanks(const std::string& strText)
 }
 }
 
+// libcurl refuses a setting that it knows only for want of memory.
 template <class Value>
 void HttpRequest::Set(CURLoption nOption, Value value)
 {
-    m_bSetUpFailed |= curl_easy_setopt(m_pTransfer, nOption, value) != CURLE_OK;
+    if (curl_easy_setopt(m_pTransfer.get(), nOption, value) != CURLE_OK)
+        throw std::bad_alloc();
 }
 
-DWORD HttpRequest::SetUp(const std::string& strVerb, const std::string& strObject)
+HttpRequest::HttpRequest(std::shared_ptr<HttpConnection> pConnection, const std::string& strVerb,
+                         const std::string& strObject, DWORD nFlags)
+    : m_pConnection(std::move(pConnection)), m_nFlags(nFlags), m_pTransfer(curl_easy_init())
 {
-    if (!SetUrl(strObject))
-        return ERROR_INTERNET_INVALID_URL;
+    if (!m_pTransfer)
+        throw std::bad_alloc();
+    SetUrl(strObject);
     SetVerb(strVerb);
     SetSession();
     SetTrust();
@@ -40,35 +46,33 @@ DWORD HttpRequest::SetUp(const std::string& strVerb, const std::string& strObjec
     Set(CURLOPT_WRITEFUNCTION, &HttpRequest::OnBody);
     Set(CURLOPT_WRITEDATA, this);
     Set(CURLOPT_PRIVATE, this);
-    return m_bSetUpFailed ? ERROR_NOT_ENOUGH_MEMORY : ERROR_SUCCESS;
 }
 
 // Server and port are judged by the library's own rules; the object is sent as it stands, its dots included.
-bool HttpRequest::SetUrl(const std::string& strObject)
+void HttpRequest::SetUrl(const std::string& strObject)
 {
     const char* const pszScheme = m_nFlags & INTERNET_FLAG_SECURE ? "https" : "http";
     const int nServicePort = m_nFlags & INTERNET_FLAG_SECURE ? 443 : 80;
     const std::string strPort = std::to_string(m_pConnection->nPort ? m_pConnection->nPort : nServicePort);
-    CURLU* const pUrl = curl_url();
-    const bool bValid = pUrl && curl_url_set(pUrl, CURLUPART_HOST, m_pConnection->strServer.c_str(), 0) == CURLUE_OK &&
-                        curl_url_set(pUrl, CURLUPART_PORT, strPort.c_str(), 0) == CURLUE_OK;
-    curl_url_cleanup(pUrl);
-    if (!bValid)
-        return false;
+    const Owned<CURLU, curl_url_cleanup> pUrl(curl_url());
+    Require(pUrl && curl_url_set(pUrl.get(), CURLUPART_HOST, m_pConnection->strServer.c_str(), 0) == CURLUE_OK &&
+                curl_url_set(pUrl.get(), CURLUPART_PORT, strPort.c_str(), 0) == CURLUE_OK,
+            ERROR_INTERNET_INVALID_URL);
 
     std::string strUrl = pszScheme + ("://" + m_pConnection->strServer) + ":" + strPort;
     if (!strObject.starts_with('/'))
         strUrl += '/';
     Set(CURLOPT_URL, (strUrl + EscapeBlanks(strObject)).c_str());
     Set(CURLOPT_PATH_AS_IS, 1L);
-    return true;
 }
 
 void HttpRequest::AddHeaderLine(const char* pszLine)
 {
-    curl_slist* const pLines = curl_slist_append(m_pHeaderLines, pszLine);
-    m_bSetUpFailed |= !pLines;
-    m_pHeaderLines = pLines ? pLines : m_pHeaderLines;
+    curl_slist* const pLines = curl_slist_append(m_pHeaderLines.get(), pszLine);
+    if (!pLines)
+        throw std::bad_alloc();
+    static_cast<void>(m_pHeaderLines.release());   // the same list, but for the first line
+    m_pHeaderLines.reset(pLines);
 }
 
 // All but GET and HEAD announce the empty body that they have.
@@ -89,7 +93,7 @@ void HttpRequest::SetVerb(const std::string& strVerb)
         AddHeaderLine("Pragma: no-cache");
     if (!(m_nFlags & INTERNET_FLAG_KEEP_CONNECTION))
         AddHeaderLine("Connection: close");
-    Set(CURLOPT_HTTPHEADER, m_pHeaderLines);
+    Set(CURLOPT_HTTPHEADER, m_pHeaderLines.get());
 }
 
 void HttpRequest::SetSession()
@@ -140,7 +144,7 @@ void HttpRequest::SetTrust()
 std::string HttpRequest::Proxy() const
 {
     const char* pszScheme = nullptr;
-    curl_easy_getinfo(m_pTransfer, CURLINFO_SCHEME, &pszScheme);
+    curl_easy_getinfo(m_pTransfer.get(), CURLINFO_SCHEME, &pszScheme);
     return ProxyOf(pszScheme && strcasecmp(pszScheme, "https") == 0);
 }
 

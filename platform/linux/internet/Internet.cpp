@@ -1,14 +1,16 @@
+// The calls of the internet functions: arguments checked, handles looked up, answers copied out.
 #include "win32/Internet.h"
 
 #include "Curl.h"
 #include "HttpRequest.h"
 #include "Proxy.h"
-#include "platform/linux/base/Failure.h"
+#include "platform/linux/base/Buffers.h"
 #include "platform/linux/desktop/CredentialsPrompt.h"
 #include "util/OrEmpty.h"
 
 #include <algorithm>
 #include <charconv>
+#include <cstdint>
 #include <cstring>
 
 #include <strings.h>
@@ -21,22 +23,26 @@ constexpr DWORD nKnownRequestFlags = INTERNET_FLAG_SECURE | INTERNET_FLAG_KEEP_C
                                      INTERNET_FLAG_NO_AUTO_REDIRECT | INTERNET_FLAG_PRAGMA_NOCACHE |
                                      INTERNET_FLAG_IGNORE_CERT_CN_INVALID | INTERNET_FLAG_IGNORE_CERT_DATE_INVALID;
 
-BOOL Answer(DWORD nError) noexcept
+// Once there is an answer.
+std::shared_ptr<HttpRequest> AnsweredRequest(HINTERNET hRequest)
 {
-    return nError == ERROR_SUCCESS ? TRUE : Fail(nError, FALSE);
+    auto pRequest = ObjectOf<HttpRequest>(hRequest);
+    Require(pRequest->Status() != 0, ERROR_INTERNET_INCORRECT_HANDLE_STATE);
+    return pRequest;
 }
 
 // Copies a value out, in the manner of the queries: the size comes in as that of the buffer and goes out as what
 // was written, or what would be needed, with room for the text's zero byte.
-BOOL GiveOut(const void* pValue, DWORD nSize, DWORD nTerminator, LPVOID pBuffer, LPDWORD pnSize)
+void GiveOut(std::string_view strValue, DWORD nTerminator, LPVOID pBuffer, LPDWORD pnSize)
 {
-    const bool bFits = pBuffer && *pnSize >= nSize + nTerminator;
-    *pnSize = bFits ? nSize : nSize + nTerminator;
-    if (!bFits)
-        return Fail(ERROR_INSUFFICIENT_BUFFER, FALSE);
-    std::memcpy(pBuffer, pValue, nSize);
-    std::memset(static_cast<char*>(pBuffer) + nSize, 0, nTerminator);
-    return TRUE;
+    const bool bFits = pBuffer && CopyWhole(strValue, nTerminator, pBuffer, *pnSize);
+    *pnSize = static_cast<DWORD>(strValue.size()) + (bFits ? 0 : nTerminator);
+    Require(bFits, ERROR_INSUFFICIENT_BUFFER);
+}
+
+void GiveOut(DWORD nValue, LPVOID pBuffer, LPDWORD pnSize)
+{
+    GiveOut({reinterpret_cast<const char*>(&nValue), sizeof nValue}, 0, pBuffer, pnSize);
 }
 
 // The value of a header's last occurrence, without the blanks around it.
@@ -58,21 +64,19 @@ std::string_view FindHeader(std::string_view strHeaders, std::string_view strNam
     return strFound;
 }
 
-BOOL QueryContentLength(const HttpRequest& oRequest, LPVOID pBuffer, LPDWORD pnSize)
+// Modulo 4 GiB, as the number that hosts are given has no more.
+DWORD ContentLength(std::string_view strHeaders)
 {
-    const std::string_view strLength = FindHeader(oRequest.Headers(), "Content-Length");
-    if (strLength.empty())
-        return Fail(ERROR_HTTP_HEADER_NOT_FOUND, FALSE);
+    const std::string_view strLength = FindHeader(strHeaders, "Content-Length");
+    Require(!strLength.empty(), ERROR_HTTP_HEADER_NOT_FOUND);
     std::uint64_t nLength = 0;
     const char* const pchEnd = strLength.data() + strLength.size();
     const auto [pchRead, eError] = std::from_chars(strLength.data(), pchEnd, nLength);
-    if (eError != std::errc() || pchRead != pchEnd)
-        return Fail(ERROR_HTTP_INVALID_SERVER_RESPONSE, FALSE);
-    const auto nLow = static_cast<DWORD>(nLength);
-    return GiveOut(&nLow, sizeof nLow, 0, pBuffer, pnSize);
+    Require(eError == std::errc() && pchRead == pchEnd, ERROR_HTTP_INVALID_SERVER_RESPONSE);
+    return static_cast<DWORD>(nLength);
 }
 
-// What the prompt says. The realm is the proxy's text, and a terminal would obey its control characters.
+// The text of the prompt. The realm is the proxy's text, and a terminal would obey its control characters.
 std::string WhoAsks(const HttpRequest& oRequest)
 {
     constexpr std::string_view strName = "realm=\"";
@@ -91,25 +95,23 @@ std::string WhoAsks(const HttpRequest& oRequest)
 
 HINTERNET win32::InternetOpenA(LPCSTR pszAgent, DWORD nAccessType, LPCSTR pszProxy, LPCSTR pszBypass, DWORD nFlags)
 {
-    if (nAccessType != INTERNET_OPEN_TYPE_PRECONFIG || pszProxy || pszBypass || (nFlags & ~INTERNET_FLAG_SECURE))
-        return Fail(ERROR_NOT_SUPPORTED, HINTERNET{});
-    const std::string_view strAgent = OrEmpty(pszAgent);
-    if (strAgent.find_first_of("\r\n") != std::string_view::npos)
-        return Fail(ERROR_INVALID_PARAMETER, HINTERNET{});   // which would be headers of its own
-    return OrOutOfMemory(HINTERNET{}, [&] { return OpenHandle(std::make_shared<HttpSession>(std::string(strAgent))); });
+    return ResultOr(HINTERNET{}, [&] {
+        RequireSupported(nAccessType == INTERNET_OPEN_TYPE_PRECONFIG && !pszProxy && !pszBypass &&
+                         !(nFlags & ~INTERNET_FLAG_SECURE));
+        const std::string strAgent = OrEmpty(pszAgent);
+        Require(strAgent.find_first_of("\r\n") == std::string::npos,
+                ERROR_INVALID_PARAMETER);   // no headers of its own
+        return OpenHandle(std::make_shared<HttpSession>(strAgent));
+    });
 }
 
 HINTERNET win32::InternetConnectA(HINTERNET hSession, LPCSTR pszServer, INTERNET_PORT nPort, LPCSTR pszUser,
                                   LPCSTR pszPassword, DWORD nService, DWORD nFlags, DWORD_PTR /*nContext*/)
 {
-    const auto pSession = FindObjectOf<HttpSession>(hSession);
-    if (!pSession)
-        return Fail(ERROR_INVALID_HANDLE, HINTERNET{});
-    if (nService != INTERNET_SERVICE_HTTP || nFlags != 0)
-        return Fail(ERROR_NOT_SUPPORTED, HINTERNET{});
-    if (!pszServer || !*pszServer)
-        return Fail(ERROR_INVALID_PARAMETER, HINTERNET{});
-    return OrOutOfMemory(HINTERNET{}, [&] {
+    return ResultOr(HINTERNET{}, [&] {
+        const auto pSession = ObjectOf<HttpSession>(hSession);
+        RequireSupported(nService == INTERNET_SERVICE_HTTP && nFlags == 0);
+        Require(pszServer && *pszServer, ERROR_INVALID_PARAMETER);
         return OpenHandle(
             std::make_shared<HttpConnection>(pSession, pszServer, nPort, OrEmpty(pszUser), OrEmpty(pszPassword)));
     });
@@ -118,122 +120,107 @@ HINTERNET win32::InternetConnectA(HINTERNET hSession, LPCSTR pszServer, INTERNET
 HINTERNET win32::HttpOpenRequestA(HINTERNET hConnection, LPCSTR pszVerb, LPCSTR pszObject, LPCSTR pszVersion,
                                   LPCSTR pszReferer, LPCSTR* ppszAcceptTypes, DWORD nFlags, DWORD_PTR /*nContext*/)
 {
-    const auto pConnection = FindObjectOf<HttpConnection>(hConnection);
-    if (!pConnection)
-        return Fail(ERROR_INVALID_HANDLE, HINTERNET{});
-    if (pszVersion || pszReferer || ppszAcceptTypes || (nFlags & ~nKnownRequestFlags))
-        return Fail(ERROR_NOT_SUPPORTED, HINTERNET{});
-    return OrOutOfMemory(HINTERNET{}, [&] {
-        const auto pRequest = std::make_shared<HttpRequest>(pConnection, nFlags);
-        const DWORD nError = pRequest->SetUp(pszVerb ? pszVerb : "GET", OrEmpty(pszObject));
-        return nError == ERROR_SUCCESS ? OpenHandle(pRequest) : Fail(nError, HINTERNET{});
+    return ResultOr(HINTERNET{}, [&] {
+        const auto pConnection = ObjectOf<HttpConnection>(hConnection);
+        RequireSupported(!pszVersion && !pszReferer && !ppszAcceptTypes && !(nFlags & ~nKnownRequestFlags));
+        return OpenHandle(
+            std::make_shared<HttpRequest>(pConnection, pszVerb ? pszVerb : "GET", OrEmpty(pszObject), nFlags));
     });
 }
 
 BOOL win32::HttpSendRequestA(HINTERNET hRequest, LPCSTR pszHeaders, DWORD /*nHeadersLength*/, LPVOID pBody,
                              DWORD nBodyLength)
 {
-    const auto pRequest = FindObjectOf<HttpRequest>(hRequest);
-    if (!pRequest)
-        return Fail(ERROR_INVALID_HANDLE, FALSE);
-    if (pszHeaders || pBody || nBodyLength != 0)
-        return Fail(ERROR_NOT_SUPPORTED, FALSE);
-    return OrOutOfMemory(FALSE, [&] { return Answer(pRequest->Send()); });
+    return Succeeds([&] {
+        const auto pRequest = ObjectOf<HttpRequest>(hRequest);
+        RequireSupported(!pszHeaders && !pBody && nBodyLength == 0);
+        pRequest->Send();
+    });
 }
 
 BOOL win32::HttpQueryInfoA(HINTERNET hRequest, DWORD nLevel, LPVOID pBuffer, LPDWORD pnSize, LPDWORD pnIndex)
 {
-    const auto pRequest = FindObjectOf<HttpRequest>(hRequest);
-    if (!pRequest)
-        return Fail(ERROR_INVALID_HANDLE, FALSE);
-    if (pnIndex)
-        return Fail(ERROR_NOT_SUPPORTED, FALSE);
-    const DWORD nStatus = pRequest->Status();
-    if (nStatus == 0)
-        return Fail(ERROR_INTERNET_INCORRECT_HANDLE_STATE, FALSE);
-    switch (nLevel)
-    {
-    case HTTP_QUERY_RAW_HEADERS_CRLF:
-        return GiveOut(pRequest->Headers().data(), static_cast<DWORD>(pRequest->Headers().size()), 1, pBuffer, pnSize);
-    case HTTP_QUERY_STATUS_CODE | HTTP_QUERY_FLAG_NUMBER: return GiveOut(&nStatus, sizeof nStatus, 0, pBuffer, pnSize);
-    case HTTP_QUERY_CONTENT_LENGTH | HTTP_QUERY_FLAG_NUMBER: return QueryContentLength(*pRequest, pBuffer, pnSize);
-    default: return Fail(ERROR_NOT_SUPPORTED, FALSE);
-    }
+    return Succeeds([&] {
+        const auto pRequest = AnsweredRequest(hRequest);
+        RequireSupported(!pnIndex);
+        switch (nLevel)
+        {
+        case HTTP_QUERY_RAW_HEADERS_CRLF: return GiveOut(pRequest->Headers(), 1, pBuffer, pnSize);
+        case HTTP_QUERY_STATUS_CODE | HTTP_QUERY_FLAG_NUMBER: return GiveOut(pRequest->Status(), pBuffer, pnSize);
+        case HTTP_QUERY_CONTENT_LENGTH | HTTP_QUERY_FLAG_NUMBER:
+            return GiveOut(ContentLength(pRequest->Headers()), pBuffer, pnSize);
+        default: RequireSupported(false);
+        }
+    });
 }
 
 BOOL win32::InternetReadFile(HINTERNET hRequest, LPVOID pBuffer, DWORD nCount, LPDWORD pnRead)
 {
-    const auto pRequest = FindObjectOf<HttpRequest>(hRequest);
-    if (!pRequest)
-        return Fail(ERROR_INVALID_HANDLE, FALSE);
-    if (pRequest->Status() == 0)
-        return Fail(ERROR_INTERNET_INCORRECT_HANDLE_STATE, FALSE);
-    return OrOutOfMemory(FALSE, [&] { return Answer(pRequest->Read(static_cast<char*>(pBuffer), nCount, *pnRead)); });
+    return Succeeds([&] {
+        const auto pRequest = AnsweredRequest(hRequest);
+        *pnRead = 0;
+        *pnRead = pRequest->Read(static_cast<char*>(pBuffer), nCount);
+    });
 }
 
 BOOL win32::InternetQueryDataAvailable(HINTERNET hRequest, LPDWORD pnAvailable, DWORD nFlags, DWORD_PTR /*nContext*/)
 {
-    const auto pRequest = FindObjectOf<HttpRequest>(hRequest);
-    if (!pRequest)
-        return Fail(ERROR_INVALID_HANDLE, FALSE);
-    if (nFlags != 0)
-        return Fail(ERROR_NOT_SUPPORTED, FALSE);
-    if (pRequest->Status() == 0)
-        return Fail(ERROR_INTERNET_INCORRECT_HANDLE_STATE, FALSE);
-    return OrOutOfMemory(FALSE, [&] { return Answer(pRequest->WaitForData(*pnAvailable)); });
+    return Succeeds([&] {
+        const auto pRequest = AnsweredRequest(hRequest);
+        RequireSupported(nFlags == 0);
+        *pnAvailable = 0;
+        *pnAvailable = pRequest->WaitForData();
+    });
 }
 
 BOOL win32::InternetQueryOptionA(HINTERNET hRequest, DWORD nOption, LPVOID pBuffer, LPDWORD pnSize)
 {
-    const auto pRequest = FindObjectOf<HttpRequest>(hRequest);
-    if (!pRequest)
-        return Fail(ERROR_INVALID_HANDLE, FALSE);
-    if (nOption != INTERNET_OPTION_SECURITY_FLAGS)
-        return Fail(ERROR_NOT_SUPPORTED, FALSE);
-    const DWORD nFlags = pRequest->Rules().Flags();
-    return GiveOut(&nFlags, sizeof nFlags, 0, pBuffer, pnSize);
+    return Succeeds([&] {
+        const auto pRequest = ObjectOf<HttpRequest>(hRequest);
+        RequireSupported(nOption == INTERNET_OPTION_SECURITY_FLAGS);
+        GiveOut(pRequest->Rules().Flags(), pBuffer, pnSize);
+    });
 }
 
 BOOL win32::InternetSetOptionA(HINTERNET hRequest, DWORD nOption, LPVOID pBuffer, DWORD nSize)
 {
-    const auto pRequest = FindObjectOf<HttpRequest>(hRequest);
-    if (!pRequest)
-        return Fail(ERROR_INVALID_HANDLE, FALSE);
-    if (nOption != INTERNET_OPTION_SECURITY_FLAGS || nSize != sizeof(DWORD))
-        return Fail(ERROR_NOT_SUPPORTED, FALSE);
-    DWORD nFlags = 0;
-    std::memcpy(&nFlags, pBuffer, sizeof nFlags);
-    pRequest->Rules().SetFlags(nFlags);
-    return TRUE;
+    return Succeeds([&] {
+        const auto pRequest = ObjectOf<HttpRequest>(hRequest);
+        RequireSupported(nOption == INTERNET_OPTION_SECURITY_FLAGS && nSize == sizeof(DWORD));
+        DWORD nFlags = 0;
+        std::memcpy(&nFlags, pBuffer, sizeof nFlags);
+        pRequest->Rules().SetFlags(nFlags);
+    });
 }
 
 BOOL win32::InternetCloseHandle(HINTERNET hAny)
 {
-    return ForgetHandle(hAny) ? TRUE : Fail(ERROR_INVALID_HANDLE, FALSE);
+    return Succeeds([&] { TakeObjectOf<InternetObject>(hAny); });
 }
 
 DWORD win32::InternetErrorDlg(HWND /*hWindow*/, HINTERNET hRequest, DWORD /*nError*/, DWORD /*nFlags*/,
                               LPVOID* /*ppData*/)
 {
-    const auto pRequest = FindObjectOf<HttpRequest>(hRequest);
-    if (!pRequest)
-        return ERROR_INVALID_HANDLE;
-    if (pRequest->Status() != nStatusProxyAuthentication)
-        return ERROR_SUCCESS;
-    if (pRequest->Proxy().empty())
-        return ERROR_CANCELLED;   // from something that is no proxy, so nothing helps
-    return OrOutOfMemory(ERROR_CANCELLED, [&]() -> DWORD {
+    DWORD nResult = ERROR_SUCCESS;
+    const auto ask = [&] {
+        const auto pRequest = ObjectOf<HttpRequest>(hRequest);
+        if (pRequest->Status() != nStatusProxyAuthentication)
+            return;
+        Require(!pRequest->Proxy().empty(), ERROR_CANCELLED);   // from something that is no proxy, so nothing helps
         const auto oGiven = AskForCredentials(WhoAsks(*pRequest));
-        if (!oGiven)
-            return ERROR_CANCELLED;
+        Require(oGiven.has_value(), ERROR_CANCELLED);
         pRequest->SetProxyCredentials(oGiven->strUser, oGiven->strPassword);
-        return ERROR_INTERNET_FORCE_RETRY;
-    });
+        nResult = ERROR_INTERNET_FORCE_RETRY;
+    };
+    const DWORD nError = ErrorOf(ask, ERROR_CANCELLED);
+    return nError ? nError : nResult;
 }
 
 BOOL win32::InternetCheckConnectionA(LPCSTR pszUrl, DWORD nFlags, DWORD /*nReserved*/)
 {
-    if (nFlags != FLAG_ICC_FORCE_CONNECTION)
-        return Fail(ERROR_NOT_SUPPORTED, FALSE);
-    return pszUrl ? Answer(TryToConnect(pszUrl)) : TRUE;
+    return Succeeds([&] {
+        RequireSupported(nFlags == FLAG_ICC_FORCE_CONNECTION);
+        if (pszUrl)
+            TryToConnect(pszUrl);
+    });
 }

@@ -1,3 +1,4 @@
+// libcurl finds the proxy by itself; this tells users whose credentials they are asked for.
 #include "Proxy.h"
 
 #include <array>

@@ -1,3 +1,4 @@
+// Random identifiers by libuuid, whose bytes stand in network order.
 #include "win32/Identifiers.h"
 
 #include <cstdio>
@@ -13,7 +14,7 @@ namespace
 constexpr std::size_t nTextSize = UUID_STR_LEN;
 }
 
-// The bytes of an identifier stand in network order; the first three fields of its struct are numbers.
+// The first three fields of the struct are numbers.
 RPC_STATUS win32::UuidCreate(UUID* pId)
 {
     static_assert(sizeof(UUID) == sizeof(uuid_t));

@@ -1,6 +1,6 @@
+// Disks, error texts and the command line: what Linux tells of itself and of a process, in the forms of Windows.
 #include "win32/System.h"
 
-#include "platform/linux/base/Errno.h"
 #include "platform/linux/base/Paths.h"
 #include "platform/linux/processes/CommandLine.h"
 
@@ -31,27 +31,23 @@ std::string MakeCommandLine()
 BOOL win32::GetDiskFreeSpaceExA(LPCSTR pszFolder, PULARGE_INTEGER pnFreeToCaller, PULARGE_INTEGER pnTotal,
                                 PULARGE_INTEGER pnFree)
 {
-    return OrOutOfMemory(FALSE, [&] {
+    return Succeeds([&] {
         const NativePath oPath(pszFolder ? pszFolder : ".");
         struct statvfs oDisk;
-        if (::statvfs(oPath, &oDisk) != 0)
-            return FailOnPath(oPath, FALSE);
+        OrThrowOnPath(oPath, ::statvfs(oPath, &oDisk));
         pnFreeToCaller->QuadPart = ULONGLONG{oDisk.f_bavail} * oDisk.f_frsize;
         pnTotal->QuadPart = ULONGLONG{oDisk.f_blocks} * oDisk.f_frsize;
         pnFree->QuadPart = ULONGLONG{oDisk.f_bfree} * oDisk.f_frsize;
-        return TRUE;
     });
 }
 
 DWORD win32::FormatMessageA(DWORD nFlags, LPCVOID pSource, DWORD nMessage, DWORD nLanguage, LPSTR pszBuffer,
                             DWORD nSize, va_list* pArguments)
 {
-    if (nFlags != nKnownFlags || pSource || nLanguage != nUsersLanguage || nSize || pArguments)
-        return Fail(ERROR_NOT_SUPPORTED, DWORD{0});
-    const int nErrno = ErrnoOfError(nMessage);
-    if (nErrno < 0)
-        return Fail(ERROR_MR_MID_NOT_FOUND, DWORD{0});
-    return OrOutOfMemory(DWORD{0}, [&] {
+    return ResultOr(DWORD{0}, [&] {
+        RequireSupported(nFlags == nKnownFlags && !pSource && nLanguage == nUsersLanguage && !nSize && !pArguments);
+        const int nErrno = ErrnoOfError(nMessage);
+        Require(nErrno >= 0, ERROR_MR_MID_NOT_FOUND);
         char achText[256];
         const std::string strText = std::string(::strerror_r(nErrno, achText, sizeof achText)) + "\r\n";
         char* const pszText = ::strdup(strText.c_str());
@@ -71,7 +67,7 @@ HLOCAL win32::LocalFree(HLOCAL hMemory)
 LPSTR win32::GetCommandLineA()
 {
     static char s_szEmpty[] = "";
-    return OrOutOfMemory<LPSTR>(s_szEmpty, [] {
+    return ResultOr<LPSTR>(s_szEmpty, [] {
         static std::string s_strLine = MakeCommandLine();
         return s_strLine.data();
     });

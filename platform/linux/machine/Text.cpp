@@ -1,19 +1,17 @@
+// Comparing and widening of text, for the arguments that callers pass: whole texts, in the user's language.
 #include "win32/Text.h"
 
-#include "platform/linux/base/CaseFold.h"
 #include "platform/linux/base/Failure.h"
-#include "platform/linux/base/Wide.h"
+#include "platform/linux/base/Unicode.h"
 
 #include <algorithm>
 
 // Texts are UTF-8 in any language, and sorted by their characters' numbers.
 int win32::CompareStringA(LCID nLocale, DWORD nFlags, LPCSTR pszLeft, int nLeft, LPCSTR pszRight, int nRight)
 {
-    if (nLocale != LOCALE_USER_DEFAULT || nFlags != NORM_IGNORECASE || nLeft != -1 || nRight != -1)
-        return Fail(ERROR_NOT_SUPPORTED, 0);
-    if (!pszLeft || !pszRight)
-        return Fail(ERROR_INVALID_PARAMETER, 0);
-    return OrOutOfMemory(0, [&] {
+    return ResultOr(0, [&] {
+        RequireSupported(nLocale == LOCALE_USER_DEFAULT && nFlags == NORM_IGNORECASE && nLeft == -1 && nRight == -1);
+        Require(pszLeft && pszRight, ERROR_INVALID_PARAMETER);
         const int nOrder = FoldCase(pszLeft).compare(FoldCase(pszRight));
         return nOrder == 0 ? CSTR_EQUAL : nOrder < 0 ? CSTR_LESS_THAN : CSTR_GREATER_THAN;
     });
@@ -21,12 +19,13 @@ int win32::CompareStringA(LCID nLocale, DWORD nFlags, LPCSTR pszLeft, int nLeft,
 
 int win32::MultiByteToWideChar(UINT nCodePage, DWORD nFlags, LPCSTR pszText, int nText, LPWSTR pszWide, int nWide)
 {
-    if (nCodePage != CP_ACP || nFlags != MB_PRECOMPOSED || nText != -1 || !pszText || !pszWide || nWide < 0)
-        return Fail(ERROR_NOT_SUPPORTED, 0);
-    return OrOutOfMemory(0, [&] {
+    return ResultOr(0, [&] {
+        RequireSupported(nCodePage == CP_ACP && nFlags == MB_PRECOMPOSED && nText == -1 && pszText && pszWide &&
+                         nWide >= 0);
         const auto strWide = Widened(pszText);   // and a zero
         const auto nUnits = std::min(strWide.size() + 1, static_cast<std::size_t>(nWide));
         std::copy_n(strWide.c_str(), nUnits, pszWide);
-        return nUnits > strWide.size() ? static_cast<int>(nUnits) : Fail(ERROR_INSUFFICIENT_BUFFER, 0);
+        Require(nUnits > strWide.size(), ERROR_INSUFFICIENT_BUFFER);
+        return static_cast<int>(nUnits);
     });
 }

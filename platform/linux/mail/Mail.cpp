@@ -1,9 +1,13 @@
+// A message by xdg-email, which opens the client with it. All that the library hands on is escaped, or refused:
+// programs on the way take their arguments for more than text.
 #include "Mail.h"
 
 #include "platform/linux/base/Descriptor.h"
+#include "platform/linux/base/Failure.h"
 #include "platform/linux/base/Paths.h"
 #include "platform/linux/processes/Spawn.h"
 #include "util/OrEmpty.h"
+#include "util/Translation.h"
 
 #include <cerrno>
 #include <cstdlib>
@@ -21,12 +25,6 @@ namespace
 {
 constexpr char s_szProgram[] = "xdg-email";
 constexpr char s_szUsualPath[] = "/usr/local/bin:/usr/bin:/bin";
-
-// What ends the sending: the number that its caller gets.
-struct MailFailure
-{
-    ULONG nCode;
-};
 
 bool IsProgram(const std::string& strPath)
 {
@@ -90,10 +88,9 @@ void Check(std::span<const MapiRecipDesc> aRecipients)
 {
     for (const auto& oRecipient : aRecipients)
     {
-        if (oRecipient.ulRecipClass < MAPI_TO || oRecipient.ulRecipClass > MAPI_BCC)
-            throw MailFailure{MAPI_E_BAD_RECIPTYPE};
-        if (!oRecipient.lpszName || !*oRecipient.lpszName || EndsItsQuotes(oRecipient.lpszName))
-            throw MailFailure{MAPI_E_INVALID_RECIPS};
+        Require(oRecipient.ulRecipClass >= MAPI_TO && oRecipient.ulRecipClass <= MAPI_BCC, MAPI_E_BAD_RECIPTYPE);
+        Require(oRecipient.lpszName && *oRecipient.lpszName && !EndsItsQuotes(oRecipient.lpszName),
+                MAPI_E_INVALID_RECIPS);
     }
 }
 
@@ -120,14 +117,12 @@ std::string PathOfAttachment(const MapiFileDesc& oFile)
 {
     const NativePath oPath(oFile.lpszPathName);
     const Descriptor oOpen(::open(oPath, O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK));
-    if (!oOpen && (errno == ENOENT || errno == ENOTDIR))
-        throw MailFailure{MAPI_E_ATTACHMENT_NOT_FOUND};
+    Require(oOpen || (errno != ENOENT && errno != ENOTDIR), MAPI_E_ATTACHMENT_NOT_FOUND);
     struct stat oStatus;
-    if (!oOpen || ::fstat(oOpen.Get(), &oStatus) != 0 || !S_ISREG(oStatus.st_mode))
-        throw MailFailure{MAPI_E_ATTACHMENT_OPEN_FAILURE};
-    std::string strPath = std::filesystem::canonical(static_cast<const char*>(oPath)).string();
-    if (EndsItsQuotes(strPath))
-        throw MailFailure{MAPI_E_ATTACHMENT_OPEN_FAILURE};
+    Require(oOpen && ::fstat(oOpen.Get(), &oStatus) == 0 && S_ISREG(oStatus.st_mode), MAPI_E_ATTACHMENT_OPEN_FAILURE);
+    std::error_code oError;
+    std::string strPath = std::filesystem::canonical(static_cast<const char*>(oPath), oError).string();
+    Require(!oError && !EndsItsQuotes(strPath), MAPI_E_ATTACHMENT_OPEN_FAILURE);
     return strPath;
 }
 
@@ -147,27 +142,25 @@ DWORD Run(std::vector<std::string>& oCommand)
     Spawn oSpawn;
     oSpawn.KeepFilesBack();
     pid_t nId = 0;
-    if (const int nErrno = oSpawn.Start(false, oCommand[0].c_str(), oCommand, nId))
-        throw MailFailure{nErrno == E2BIG ? MAPI_E_TEXT_TOO_LARGE : MAPI_E_FAILURE};
+    const int nErrno = oSpawn.Start(false, oCommand[0].c_str(), oCommand, nId);
+    Require(nErrno == 0, nErrno == E2BIG ? MAPI_E_TEXT_TOO_LARGE : MAPI_E_FAILURE);
     int nStatus = 0;
     while (::waitpid(nId, &nStatus, 0) < 0)
-        if (errno != EINTR)
-            throw MailFailure{MAPI_E_FAILURE};   // the host has taken its end
+        Require(errno == EINTR, MAPI_E_FAILURE);   // or the host has taken its end
     return ExitCodeOf(nStatus);
 }
 
-// xdg-email tells by its exit code. One that was ended by a signal, itself or the client that it ran, was called off.
+constexpr Translation<DWORD, ULONG> s_aResults[] = {
+    {0, SUCCESS_SUCCESS},
+    {2, MAPI_E_ATTACHMENT_NOT_FOUND},
+    {5, MAPI_E_ATTACHMENT_OPEN_FAILURE},
+};
+
+// xdg-email tells by its exit code: also 3, there is no client, and 4, it did not start. One that was ended by a
+// signal, itself or the client that it ran, was called off.
 ULONG ResultOf(DWORD nExitCode)
 {
-    if (nExitCode > nEndedBySignal)
-        return MAPI_E_USER_ABORT;
-    switch (nExitCode)
-    {
-    case 0: return SUCCESS_SUCCESS;
-    case 2: return MAPI_E_ATTACHMENT_NOT_FOUND;
-    case 5: return MAPI_E_ATTACHMENT_OPEN_FAILURE;
-    default: return MAPI_E_FAILURE;   // 3: there is no client; 4: it did not start
-    }
+    return nExitCode > nEndedBySignal ? MAPI_E_USER_ABORT : Translate(s_aResults, nExitCode, MAPI_E_FAILURE);
 }
 }
 
@@ -181,37 +174,13 @@ std::string FindMailProgram()
     return {};
 }
 
-bool HasMailProgram() noexcept
-{
-    try
-    {
-        return !FindMailProgram().empty();
-    }
-    catch (const std::bad_alloc&)
-    {
-        return false;
-    }
-}
-
 ULONG win32::MAPISendMail(LHANDLE, std::uintptr_t, lpMapiMessage pMessage, FLAGS, ULONG)
 {
-    try
-    {
-        if (!pMessage)
-            return MAPI_E_FAILURE;
+    const auto send = [&] {
+        Require(pMessage, MAPI_E_FAILURE);
         std::vector<std::string> oCommand = CommandFor(*pMessage);
-        return ResultOf(Run(oCommand));
-    }
-    catch (const MailFailure& oFailure)
-    {
-        return oFailure.nCode;
-    }
-    catch (const std::bad_alloc&)
-    {
-        return MAPI_E_INSUFFICIENT_MEMORY;
-    }
-    catch (const std::exception&)   // the present folder is gone
-    {
-        return MAPI_E_FAILURE;
-    }
+        const ULONG nResult = ResultOf(Run(oCommand));
+        Require(nResult == SUCCESS_SUCCESS, nResult);
+    };
+    return ErrorOf(send, MAPI_E_INSUFFICIENT_MEMORY);
 }

@@ -9,9 +9,6 @@
 // The program that opens the client, xdg-email; empty if the search path has none.
 std::string FindMailProgram();
 
-// The same question; false too if there is no memory for the answer.
-bool HasMailProgram() noexcept;
-
 namespace win32
 {
 // Opens the client with the message, and gives its result once xdg-email has ended.

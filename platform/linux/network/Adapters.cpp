@@ -1,10 +1,12 @@
+// The adapters of the kernel in the form that Windows lists them: one record each, which callers walk through.
 #include "win32/Adapters.h"
 
-#include "platform/linux/base/Errno.h"
+#include "platform/linux/base/Buffers.h"
+#include "platform/linux/base/Failure.h"
+#include "util/Owned.h"
 
 #include <cstring>
 #include <map>
-#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -62,38 +64,30 @@ void Fill(IP_ADAPTER_INFO* pAdapter, const AdapterMap& oAdapters)
         if (pBefore)
             pBefore->Next = pAdapter;
         auto* pAddress = &pAdapter->IpAddressList;
-        oTexts[0].copy(pAddress->IpAddress.String, sizeof pAddress->IpAddress.String - 1);
+        CopyCut(oTexts[0], pAddress->IpAddress.String, sizeof pAddress->IpAddress.String);
         for (std::size_t n = 1; n < oTexts.size(); ++n)
         {
             *pMore = {};
-            oTexts[n].copy(pMore->IpAddress.String, sizeof pMore->IpAddress.String - 1);
+            CopyCut(oTexts[n], pMore->IpAddress.String, sizeof pMore->IpAddress.String);
             pAddress = pAddress->Next = pMore++;
         }
         pBefore = pAdapter++;
     }
 }
-
-ULONG GiveAdapters(const ifaddrs* pAddresses, PIP_ADAPTER_INFO pAdapters, ULONG& nSize)
-{
-    const AdapterMap oAdapters = Collect(pAddresses);
-    if (oAdapters.empty())
-        return ERROR_NO_DATA;
-    const auto nNeeded = static_cast<ULONG>(SizeOf(oAdapters));
-    const ULONG nHas = std::exchange(nSize, nNeeded);
-    if (!pAdapters || nHas < nNeeded)
-        return ERROR_BUFFER_OVERFLOW;
-    Fill(pAdapters, oAdapters);
-    return ERROR_SUCCESS;
-}
 }
 
 ULONG win32::GetAdaptersInfo(PIP_ADAPTER_INFO pAdapters, ULONG* pnSize)
 {
-    ifaddrs* pAddresses = nullptr;
-    if (!pnSize)
-        return ERROR_INVALID_PARAMETER;
-    if (::getifaddrs(&pAddresses) != 0)
-        return ErrorOfErrno(errno);
-    const std::unique_ptr<ifaddrs, decltype(&::freeifaddrs)> pOwned(pAddresses, &::freeifaddrs);
-    return OrOutOfMemory(ULONG{ERROR_NOT_ENOUGH_MEMORY}, [&] { return GiveAdapters(pAddresses, pAdapters, *pnSize); });
+    return ErrorOf([&] {
+        Require(pnSize, ERROR_INVALID_PARAMETER);
+        ifaddrs* pAddresses = nullptr;
+        OrThrowErrno(::getifaddrs(&pAddresses));
+        const Owned<ifaddrs, ::freeifaddrs> pOwned(pAddresses);
+        const AdapterMap oAdapters = Collect(pAddresses);
+        Require(!oAdapters.empty(), ERROR_NO_DATA);
+        const auto nNeeded = static_cast<ULONG>(SizeOf(oAdapters));
+        const ULONG nHas = std::exchange(*pnSize, nNeeded);
+        Require(pAdapters && nHas >= nNeeded, ERROR_BUFFER_OVERFLOW);
+        Fill(pAdapters, oAdapters);
+    });
 }

@@ -1,15 +1,13 @@
+// Sockets behind handles of our own: the kernel gives the number of a closed file to the next one at once, and a thread
+// that is about to use the old socket would use that file instead.
 #include "win32/Sockets.h"
 
 #include "platform/linux/base/Descriptor.h"
-#include "platform/linux/base/Failure.h"
-#include "util/Immortal.h"
-#include "util/Table.h"
+#include "platform/linux/base/Handles.h"
+#include "util/Translation.h"
 
 #include <atomic>
 #include <cerrno>
-#include <map>
-#include <memory>
-#include <mutex>
 #include <utility>
 
 namespace
@@ -22,7 +20,7 @@ constexpr int InOrder(WORD nVersion) noexcept
     return (nVersion & 0xFF) << 8 | nVersion >> 8;
 }
 
-constexpr Row<int, DWORD> s_aErrors[] = {
+constexpr Translation<int, DWORD> s_aErrors[] = {
     {EACCES, WSAEACCES},
     {EADDRINUSE, WSAEADDRINUSE},
     {EADDRNOTAVAIL, WSAEADDRNOTAVAIL},
@@ -40,15 +38,8 @@ constexpr Row<int, DWORD> s_aErrors[] = {
     {EPIPE, WSAECONNABORTED},
 };
 
-template <class Result>
-Result FailBySocketErrno(Result failure) noexcept
-{
-    return Fail(ValueOf(s_aErrors, errno, WSAENETDOWN), failure);
-}
-
-// Closed when its last user is done with it. The kernel would give its number to the next file at once, and a
-// thread that is about to use the old socket would use that file instead.
-class Socket
+// Closed when its last user is done with it.
+class Socket final : public HandleObject
 {
 public:
     explicit Socket(Descriptor oOpen) noexcept : m_oDescriptor(std::move(oOpen)) {}
@@ -69,66 +60,40 @@ private:
     std::atomic<bool> m_bListening = false;
 };
 
-// The sockets by the numbers that callers know, which go round through all 32 bits before one comes again.
-class SocketTable
+HANDLE HandleOf(SOCKET hSocket)
 {
-public:
-    SOCKET Open(std::shared_ptr<Socket> pSocket)
-    {
-        const std::lock_guard oHold(m_oLock);
-        while (m_nNext == 0 || m_nNext == INVALID_SOCKET || m_oSockets.contains(m_nNext))
-            ++m_nNext;
-        m_oSockets.emplace(m_nNext, std::move(pSocket));
-        return m_nNext++;
-    }
-
-    std::shared_ptr<Socket> Find(SOCKET hSocket)
-    {
-        const std::lock_guard oHold(m_oLock);
-        const auto it = m_oSockets.find(hSocket);
-        return it == m_oSockets.end() ? nullptr : it->second;
-    }
-
-    std::shared_ptr<Socket> Remove(SOCKET hSocket)
-    {
-        const std::lock_guard oHold(m_oLock);
-        const auto oNode = m_oSockets.extract(hSocket);
-        return oNode ? oNode.mapped() : nullptr;
-    }
-
-private:
-    std::mutex m_oLock;
-    std::map<SOCKET, std::shared_ptr<Socket>> m_oSockets;
-    SOCKET m_nNext = 1;
-};
-
-SocketTable& OpenSockets()
-{
-    static Immortal<SocketTable> s_oTable;
-    return *s_oTable;
+    return reinterpret_cast<HANDLE>(std::uintptr_t{hSocket});
 }
 
-// Makes the call on the socket's descriptor, again when a signal interrupted it: Windows knows no such failure.
-template <class Call>
-auto OnSocket(SOCKET hSocket, Call call) -> decltype(call(0))
+std::shared_ptr<Socket> FindSocket(SOCKET hSocket)
 {
-    const auto pSocket = OpenSockets().Find(hSocket);
-    if (!pSocket)
-        return Fail(WSAENOTSOCK, static_cast<decltype(call(0))>(-1));
+    return ObjectOf<Socket>(HandleOf(hSocket), WSAENOTSOCK);
+}
+
+// Makes the call on a descriptor, again when a signal interrupted it: Windows knows no such failure.
+template <class Call>
+auto OnDescriptor(int nDescriptor, Call call) -> decltype(call(0))
+{
     for (;;)
     {
-        const auto nResult = call(pSocket->Get());
+        const auto nResult = call(nDescriptor);
         if (nResult >= 0)
             return nResult;
         if (errno != EINTR)
-            return FailBySocketErrno(nResult);
+            throw Failure{Translate(s_aErrors, errno, WSAENETDOWN)};
     }
 }
 
-SOCKET OpenSocket(Descriptor oOpen)
+template <class Call>
+int OnSocket(SOCKET hSocket, Call call)
 {
-    return OrOutOfMemory(INVALID_SOCKET,
-                         [&] { return OpenSockets().Open(std::make_shared<Socket>(std::move(oOpen))); });
+    return ResultOr(SOCKET_ERROR, [&] { return static_cast<int>(OnDescriptor(FindSocket(hSocket)->Get(), call)); });
+}
+
+SOCKET OpenSocket(int nDescriptor)
+{
+    const auto pSocket = std::make_shared<Socket>(Descriptor(nDescriptor));
+    return static_cast<SOCKET>(reinterpret_cast<std::uintptr_t>(OpenHandle(pSocket)));
 }
 }
 
@@ -148,8 +113,9 @@ int win32::WSACleanup()
 
 SOCKET win32::socket(int nFamily, int nType, int nProtocol)
 {
-    Descriptor oOpen(::socket(nFamily, nType | SOCK_CLOEXEC, nProtocol));
-    return oOpen ? OpenSocket(std::move(oOpen)) : FailBySocketErrno(INVALID_SOCKET);
+    return ResultOr(INVALID_SOCKET, [&] {
+        return OpenSocket(OnDescriptor(-1, [&](int) { return ::socket(nFamily, nType | SOCK_CLOEXEC, nProtocol); }));
+    });
 }
 
 // Windows lets a port be opened again while connections of the listener before it linger; Linux has to be told.
@@ -164,41 +130,43 @@ int win32::bind(SOCKET hSocket, const sockaddr* pAddress, int nLength)
 
 int win32::listen(SOCKET hSocket, int nBacklog)
 {
-    const int nResult = OnSocket(hSocket, [&](int nDescriptor) { return ::listen(nDescriptor, nBacklog); });
-    if (const auto pSocket = OpenSockets().Find(hSocket); pSocket && nResult == 0)
+    return ResultOr(SOCKET_ERROR, [&] {
+        const auto pSocket = FindSocket(hSocket);
+        const int nResult =
+            OnDescriptor(pSocket->Get(), [&](int nListening) { return ::listen(nListening, nBacklog); });
         pSocket->SetListening();
-    return nResult;
+        return nResult;
+    });
 }
 
 SOCKET win32::accept(SOCKET hSocket, sockaddr* pAddress, int* pnLength)
 {
-    if (pAddress || pnLength)
-        return Fail(ERROR_NOT_SUPPORTED, INVALID_SOCKET);
-    Descriptor oOpen(
-        OnSocket(hSocket, [](int nListening) { return ::accept4(nListening, nullptr, nullptr, SOCK_CLOEXEC); }));
-    return oOpen ? OpenSocket(std::move(oOpen)) : INVALID_SOCKET;
+    return ResultOr(INVALID_SOCKET, [&] {
+        RequireSupported(!pAddress && !pnLength);
+        const auto acceptNext = [](int nListening) { return ::accept4(nListening, nullptr, nullptr, SOCK_CLOEXEC); };
+        return OpenSocket(OnDescriptor(FindSocket(hSocket)->Get(), acceptNext));
+    });
 }
 
 int win32::recv(SOCKET hSocket, char* pBuffer, int nLength, int nFlags)
 {
-    return static_cast<int>(OnSocket(hSocket, [&](int nDescriptor) {
+    return OnSocket(hSocket, [&](int nDescriptor) {
         return ::recv(nDescriptor, pBuffer, static_cast<std::size_t>(nLength), nFlags);
-    }));
+    });
 }
 
 // Without the signal that a broken connection raises, which would end a host that knows nothing of it.
 int win32::send(SOCKET hSocket, const char* pData, int nLength, int nFlags)
 {
-    return static_cast<int>(OnSocket(hSocket, [&](int nDescriptor) {
+    return OnSocket(hSocket, [&](int nDescriptor) {
         return ::send(nDescriptor, pData, static_cast<std::size_t>(nLength), nFlags | MSG_NOSIGNAL);
-    }));
+    });
 }
 
 int win32::closesocket(SOCKET hSocket)
 {
-    const auto pSocket = OpenSockets().Remove(hSocket);
-    if (!pSocket)
-        return Fail(WSAENOTSOCK, SOCKET_ERROR);
-    pSocket->WakeListener();
-    return 0;
+    return ResultOr(SOCKET_ERROR, [&] {
+        TakeObjectOf<Socket>(HandleOf(hSocket), WSAENOTSOCK)->WakeListener();
+        return 0;
+    });
 }

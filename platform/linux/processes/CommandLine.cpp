@@ -1,3 +1,4 @@
+// The rules of the C run time of Windows, by which programs there take their lines apart.
 #include "CommandLine.h"
 
 namespace

@@ -1,11 +1,14 @@
+// Processes behind handles, which whoever started them asks for their ends. There are no messages to dispatch
+// meanwhile.
 #include "win32/Processes.h"
 
 #include "CommandLine.h"
 #include "Spawn.h"
 #include "XCopy.h"
-#include "platform/linux/base/KernelObject.h"
+#include "platform/linux/base/Handles.h"
 #include "platform/linux/base/Paths.h"
 
+#include <cerrno>
 #include <chrono>
 #include <cstring>
 #include <filesystem>
@@ -23,20 +26,18 @@ class Process final : public KernelObject
 public:
     void SetId(pid_t nId) noexcept { m_nId = nId; }
 
-    BOOL ExitCode(DWORD& nExitCode)
+    DWORD ExitCode()
     {
         const std::lock_guard oHold(m_oLock);
         int nStatus = 0;
         if (m_nExitCode == STILL_ACTIVE)
         {
             const pid_t nEnded = ::waitpid(m_nId, &nStatus, WNOHANG);
-            if (nEnded < 0)
-                return Fail(ERROR_INVALID_HANDLE, FALSE);   // the host has taken its end
+            Require(nEnded >= 0, ERROR_INVALID_HANDLE);   // the host has taken its end
             if (nEnded == m_nId)
                 m_nExitCode = ExitCodeOf(nStatus);
         }
-        nExitCode = m_nExitCode;
-        return TRUE;
+        return m_nExitCode;
     }
 
 private:
@@ -45,7 +46,7 @@ private:
     DWORD m_nExitCode = STILL_ACTIVE;
 };
 
-// The process's id; 0 with the last error set.
+// Gives the process's id.
 pid_t StartProcess(LPCSTR pszApplication, LPCSTR pszCommandLine, LPCSTR pszWorkingFolder)
 {
     auto oArguments = SplitCommandLine(pszCommandLine ? pszCommandLine : pszApplication);
@@ -58,12 +59,14 @@ pid_t StartProcess(LPCSTR pszApplication, LPCSTR pszCommandLine, LPCSTR pszWorki
     pid_t nId = 0;
     int nErrno = oSpawn.Start(bSearch, strProgram.c_str(), oArguments, nId);
     std::error_code oIgnored;
-    if (nErrno != 0 && pszWorkingFolder && !std::filesystem::is_directory(static_cast<const char*>(oFolder), oIgnored))
-        return Fail(ERROR_DIRECTORY, pid_t{0});
+    Require(nErrno == 0 || !pszWorkingFolder || std::filesystem::is_directory(std::string(oFolder), oIgnored),
+            ERROR_DIRECTORY);
     if (nErrno == ENOENT && bSearch)
         if (auto oXCopy = TranslateXCopy(oArguments); !oXCopy.empty())
             nErrno = oSpawn.Start(false, oXCopy[0].c_str(), oXCopy, nId);
-    return nErrno == 0 ? nId : Fail(ErrorOnPath(oName, nErrno), pid_t{0});
+    if (nErrno != 0)
+        throw Failure{ErrorOnPath(oName, nErrno)};
+    return nId;
 }
 }
 
@@ -72,27 +75,21 @@ BOOL win32::CreateProcessA(LPCSTR pszApplication, LPSTR pszCommandLine, LPSECURI
                            LPVOID pEnvironment, LPCSTR pszWorkingFolder, LPSTARTUPINFOA pStartup,
                            LPPROCESS_INFORMATION pProcess)
 {
-    if (pProcessSecurity || pThreadSecurity || !bInheritHandles || nFlags & ~nKnownFlags || pEnvironment || !pStartup)
-        return Fail(ERROR_NOT_SUPPORTED, FALSE);
-    if (!pszApplication && (!pszCommandLine || !*pszCommandLine))
-        return Fail(ERROR_INVALID_PARAMETER, FALSE);
-    return OrOutOfMemory(FALSE, [&] {
+    return Succeeds([&] {
+        RequireSupported(!pProcessSecurity && !pThreadSecurity && bInheritHandles && !(nFlags & ~nKnownFlags) &&
+                         !pEnvironment && pStartup);
+        Require(pszApplication || (pszCommandLine && *pszCommandLine), ERROR_INVALID_PARAMETER);
         // First what may fail: a process without a handle would never be waited for.
         const auto pNew = std::make_shared<Process>();
         NewHandle oProcess(pNew), oThread(pNew);
-        const pid_t nId = StartProcess(pszApplication, pszCommandLine, pszWorkingFolder);
-        if (nId == 0)
-            return FALSE;
-        pNew->SetId(nId);
+        pNew->SetId(StartProcess(pszApplication, pszCommandLine, pszWorkingFolder));
         *pProcess = {oProcess.Give(), oThread.Give()};
-        return TRUE;
     });
 }
 
 BOOL win32::GetExitCodeProcess(HANDLE hProcess, LPDWORD pnExitCode)
 {
-    const auto pProcess = FindObjectOf<Process>(hProcess);
-    return pProcess ? pProcess->ExitCode(*pnExitCode) : Fail(ERROR_INVALID_HANDLE, FALSE);
+    return Succeeds([&] { *pnExitCode = ObjectOf<Process>(hProcess)->ExitCode(); });
 }
 
 void win32::Sleep(DWORD nMilliseconds)

@@ -1,3 +1,4 @@
+// By posix_spawn, which a host with many threads and much memory can afford: nothing of it is copied.
 #include "Spawn.h"
 
 #include <csignal>

@@ -1,4 +1,4 @@
-// Starting programs.
+// The start of a program.
 #pragma once
 
 #include "ZevrinUtils/Types.h"
@@ -9,7 +9,7 @@
 #include <spawn.h>
 #include <sys/types.h>
 
-// What a new process starts with. Threads of the library take no signals; a process of its own does.
+// The settings that a new process starts with. Threads of the library take no signals; a process of its own does.
 class Spawn
 {
 public:
@@ -27,9 +27,9 @@ public:
 private:
     posix_spawnattr_t m_oAttributes;
     posix_spawn_file_actions_t m_oActions;
-    int m_nErrno = 0;   // what went wrong before the start
+    int m_nErrno = 0;   // of a setting that failed before the start
 };
 
-// What waitpid tells of an end, as shells say it: of one by a signal this number and the signal's on top.
+// An end that waitpid tells, as shells say it: of one by a signal this number and the signal's on top.
 inline constexpr DWORD nEndedBySignal = 128;
 DWORD ExitCodeOf(int nWaitStatus);

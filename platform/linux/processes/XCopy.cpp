@@ -1,7 +1,8 @@
+// Over find and cp, which every system has, instead of a walk of our own.
 #include "XCopy.h"
 
-#include "platform/linux/base/CaseFold.h"
 #include "platform/linux/base/Paths.h"
+#include "platform/linux/base/Unicode.h"
 
 #include <algorithm>
 

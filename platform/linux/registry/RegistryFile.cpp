@@ -1,11 +1,12 @@
+// A file of SQLite is made and judged here before SQLite itself is let near it.
 #include "RegistryFile.h"
 
 #include "Sqlite.h"
 #include "platform/linux/base/AccountRecord.h"
 #include "platform/linux/base/Descriptor.h"
-#include "platform/linux/base/Errno.h"
 
 #include <cerrno>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
@@ -37,16 +38,22 @@ CREATE TABLE data (
 
 namespace
 {
-const char szMachinePath[] = "/var/lib/zevrinutils/registry.db";
-const char szUserPath[] = "zevrinutils/registry.db";   // in the account's folder for data
+constexpr char szPathInData[] = "zevrinutils/registry.db";
+constexpr char szMachineData[] = "/var/lib";
+constexpr char szAccountData[] = ".local/share";   // in its home
 
-// The first bytes of a database, with the terminator, and the four that tell whose it is.
-const char szMagic[] = "SQLite format 3";
+// The files that SQLite puts beside a database: the first two hold what may not be lost.
+constexpr char szLog[] = "-wal";
+constexpr char szJournal[] = "-journal";
+constexpr const char* s_apszBeside[] = {szJournal, szLog, "-shm"};
+
+// The first bytes of a database, with the terminator, and where four stand that tell whose it is, the highest first.
+constexpr char szMagic[] = "SQLite format 3";
 constexpr std::size_t nIdPlace = 68;
-constexpr unsigned char anId[] = {'Z', 'V', 'U', 'R'};
+constexpr std::uint32_t nId = 0x5A565552;   // "ZVUR"
 constexpr off_t nPageSize = 4096;
 
-// What is not there can be written if the nearest folder that is can.
+// A path that leads to nothing yet can be written if the nearest folder on it that is there can.
 bool CanWrite(std::filesystem::path oPath)
 {
     std::error_code oIgnored;
@@ -71,17 +78,14 @@ std::filesystem::path HomeOfAccount()
 std::filesystem::path UserPath()
 {
     if (const auto oData = FolderOfVariable("XDG_DATA_HOME"); !oData.empty())
-        return oData / szUserPath;
+        return oData / szPathInData;
     const auto oHome = FolderOfVariable("HOME");
-    return (oHome.empty() ? HomeOfAccount() : oHome) / ".local/share" / szUserPath;
+    return (oHome.empty() ? HomeOfAccount() : oHome) / szAccountData / szPathInData;
 }
 
 Descriptor OpenForReading(const char* pszPath, int nFlags)
 {
-    Descriptor oFile(::open(pszPath, O_RDONLY | O_CLOEXEC | nFlags));
-    if (!oFile)
-        throw RegistryFailure{ErrorOfErrno(errno)};
-    return oFile;
+    return Descriptor(OrThrowErrno(::open(pszPath, O_RDONLY | O_CLOEXEC | nFlags)));
 }
 
 bool HoldsBytes(const std::string& strPath)
@@ -90,9 +94,14 @@ bool HoldsBytes(const std::string& strPath)
     return ::stat(strPath.c_str(), &oStatus) == 0 && oStatus.st_size > 0;
 }
 
+std::uint32_t NumberAt(const unsigned char* p)
+{
+    return static_cast<std::uint32_t>(p[0] << 24 | p[1] << 16 | p[2] << 8 | p[3]);
+}
+
 void RemoveJournals(const std::string& strPath)
 {
-    for (const char* pszEnd : {"-journal", "-wal", "-shm"})
+    for (const char* const pszEnd : s_apszBeside)
         ::unlink((strPath + pszEnd).c_str());
 }
 
@@ -119,8 +128,9 @@ void Rename(const char* pszFrom, const char* pszTo)
 {
     if (::renameat2(AT_FDCWD, pszFrom, AT_FDCWD, pszTo, RENAME_NOREPLACE) == 0)
         return;
-    if (errno == EEXIST || ::link(pszFrom, pszTo) != 0)
-        throw RegistryFailure{ErrorOfErrno(errno)};
+    if (errno == EEXIST)
+        ThrowErrno();
+    OrThrowErrno(::link(pszFrom, pszTo));
 }
 }
 
@@ -129,7 +139,7 @@ std::string RegistryPath()
     std::error_code oIgnored;
     if (const char* const pszPath = secure_getenv("ZEVRIN_REGISTRY"); pszPath && *pszPath)
         return std::filesystem::absolute(pszPath, oIgnored);
-    const std::filesystem::path oMachine(szMachinePath);
+    const auto oMachine = std::filesystem::path(szMachineData) / szPathInData;
     return CanWrite(oMachine) && CanWrite(oMachine.parent_path()) ? oMachine : UserPath();
 }
 
@@ -140,27 +150,27 @@ void CreateRegistryFile(const std::string& strPath)
     std::error_code oError;
     const auto oFolder = std::filesystem::path(strPath).parent_path();
     std::filesystem::create_directories(oFolder, oError);
-    if (oError)
-        throw RegistryFailure{ErrorOfErrno(oError.value())};
+    Require(!oError, ErrorOfErrno(oError.value()));
     const Descriptor oFolderFile = OpenForReading(oFolder.c_str(), O_DIRECTORY);
     while (flock(oFolderFile.Get(), LOCK_EX) != 0)
         if (errno != EINTR)
-            throw RegistryFailure{ErrorOfErrno(errno)};
+            ThrowErrno();
     if (std::filesystem::exists(strPath, oError))
         return;   // another process was faster
 
     // The journals of a database that somebody removed would be taken for the new one's.
-    if (HoldsBytes(strPath + "-wal") || HoldsBytes(strPath + "-journal"))
-        throw RegistryFailure{ERROR_BADDB};
+    Require(!HoldsBytes(strPath + szLog) && !HoldsBytes(strPath + szJournal), ERROR_BADDB);
     RemoveJournals(strPath);
     const Unfinished oNew(strPath + ".new");
     {
         SqliteConnection oConnection(oNew.strPath, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
-        oConnection.Execute("PRAGMA page_size = 4096; PRAGMA application_id = 0x5A565552; BEGIN");
+        oConnection.SetPragma("page_size", nPageSize);
+        oConnection.SetPragma("application_id", nId);
+        oConnection.Execute("BEGIN");
         oConnection.Execute(szRegistryTables);
-        oConnection.Execute("PRAGMA user_version = 1; COMMIT");
-        if (oConnection.QueryText("PRAGMA journal_mode = WAL") != "wal")
-            throw RegistryFailure{ERROR_REGISTRY_IO_FAILED};
+        oConnection.SetPragma("user_version", nRegistryVersion);
+        oConnection.Execute("COMMIT");
+        Require(oConnection.QueryText("PRAGMA journal_mode = WAL") == "wal", ERROR_REGISTRY_IO_FAILED);
     }
     Rename(oNew.strPath.c_str(), strPath.c_str());
 }
@@ -168,14 +178,14 @@ void CreateRegistryFile(const std::string& strPath)
 void RequireRegistryFile(const std::string& strPath)
 {
     // Asked first: a log is emptied only after all of it is in the file.
-    const bool bHasLog = HoldsBytes(strPath + "-wal");
+    const bool bHasLog = HoldsBytes(strPath + szLog);
     const Descriptor oFile = OpenForReading(strPath.c_str(), O_NONBLOCK);   // a pipe may lie there
-    char achBytes[nIdPlace + sizeof anId];
-    if (::read(oFile.Get(), achBytes, sizeof achBytes) != sizeof achBytes ||
-        std::memcmp(achBytes, szMagic, sizeof szMagic) != 0 || std::memcmp(achBytes + nIdPlace, anId, sizeof anId) != 0)
-        throw RegistryFailure{ERROR_NOT_REGISTRY_FILE};
+    unsigned char achBytes[nIdPlace + sizeof nId];
+    const bool bRead = ::read(oFile.Get(), achBytes, sizeof achBytes) == ssize_t{sizeof achBytes};
+    Require(bRead && std::memcmp(achBytes, szMagic, sizeof szMagic) == 0 && NumberAt(achBytes + nIdPlace) == nId,
+            ERROR_NOT_REGISTRY_FILE);
     // SQLite would take the rest of a page that is cut off as zero, unless the page is in the log.
     struct stat oStatus;
-    if (::fstat(oFile.Get(), &oStatus) != 0 || (!bHasLog && oStatus.st_size % nPageSize != 0))
-        throw RegistryFailure{ERROR_BADDB};
+    OrThrowErrno(::fstat(oFile.Get(), &oStatus));
+    Require(bHasLog || oStatus.st_size % nPageSize == 0, ERROR_BADDB);
 }

@@ -1,7 +1,7 @@
-// The file that holds the registry: where it lies, how it comes into being, and whether a file is one.
+// The file that holds the registry: its place, its making, and the judgement of a file that is there.
 #pragma once
 
-#include "RegistryFailure.h"
+#include "platform/linux/base/Failure.h"
 
 #include <cstdint>
 #include <string>
@@ -18,11 +18,11 @@ extern const char szRegistryTables[];
 // - otherwise the account's own, $XDG_DATA_HOME/zevrinutils/registry.db, under ~/.local/share by default.
 std::string RegistryPath();
 
-// Makes the database, with all missing folders, where there is no file. Throws RegistryFailure, and makes no file
+// Makes the database, with all missing folders, where there is no file. Throws a Failure, and makes no file
 // then; so too where the log of a database stands alone, which may hold what was written last.
 void CreateRegistryFile(const std::string& strPath);
 
-// Throws RegistryFailure unless the file is a registry by its first bytes and, without a log, its size. SQLite is not
+// Throws a Failure unless the file is a registry by its first bytes and, without a log, its size. SQLite is not
 // let near another's file: it could find a journal there, and act on it. Only while this process has no connection to
 // the file: closing any descriptor of a file drops all locks that the process holds on it, those of SQLite too.
 void RequireRegistryFile(const std::string& strPath);

@@ -1,8 +1,8 @@
+// The statements of the registry, each a transaction; a file that was changed by other hands is refused as a whole.
 #include "RegistryStore.h"
 
 #include "RegistryFile.h"
-#include "platform/linux/base/CaseFold.h"
-#include "win32/Errors.h"
+#include "platform/linux/base/Unicode.h"
 
 #include <algorithm>
 #include <chrono>
@@ -38,12 +38,11 @@ SqliteConnection Connect(const std::string& strPath)
     int nStay = 1;
     sqlite3_file_control(oConnection.Get(), nullptr, SQLITE_FCNTL_PERSIST_WAL, &nStay);
     oConnection.Execute("PRAGMA synchronous = NORMAL; PRAGMA cell_size_check = ON; PRAGMA journal_size_limit = 0");
-    if (oConnection.QueryNumber("PRAGMA user_version") != nRegistryVersion)
-        throw RegistryFailure{ERROR_NOT_REGISTRY_FILE};
+    Require(oConnection.QueryNumber("PRAGMA user_version") == nRegistryVersion, ERROR_NOT_REGISTRY_FILE);
     // A view or a trigger in it could do anything.
-    if (oConnection.QueryText("SELECT group_concat(sql, ';' || char(10)) FROM sqlite_schema") != szRegistryTables ||
-        oConnection.QueryText("PRAGMA integrity_check(1)") != "ok")
-        throw RegistryFailure{ERROR_BADDB};
+    Require(oConnection.QueryText("SELECT group_concat(sql, ';' || char(10)) FROM sqlite_schema") == szRegistryTables &&
+                oConnection.QueryText("PRAGMA integrity_check(1)") == "ok",
+            ERROR_BADDB);
     sqlite3_db_config(oConnection.Get(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 0, nullptr);
     return oConnection;
 }

@@ -1,4 +1,4 @@
-// What the registry holds: keys by their path, values by key and name.
+// The content of the registry: keys by their path, values by key and name.
 #pragma once
 
 #include "Sqlite.h"
@@ -24,7 +24,7 @@ struct RegistryCursor
 };
 
 // A connection to the database, for one thread at a time. Paths are in capitals, and names as callers write them.
-// All operations throw RegistryFailure.
+// All operations throw a Failure where they fail.
 //
 // A write is a transaction in a write-ahead log: once reported it is seen by all processes and outlives this one.
 // It is flushed to the disk later, as on Windows: a machine that fails may lose the last ones, but its file is

@@ -1,4 +1,7 @@
+// The failures of SQLite in the numbers of Windows, and the one that passes by itself.
 #include "Sqlite.h"
+
+#include "util/Translation.h"
 
 #include <chrono>
 #include <cstdint>
@@ -9,12 +12,7 @@ namespace
 constexpr auto nWait = std::chrono::milliseconds(1);
 constexpr int nMostRecoveryWaits = 1000;
 
-struct Translation
-{
-    int nResult;
-    DWORD nError;
-};
-constexpr Translation s_aTranslations[] = {
+constexpr Translation<int, DWORD> s_aErrors[] = {
     {SQLITE_AUTH, ERROR_ACCESS_DENIED},
     {SQLITE_BUSY, ERROR_BUSY},
     {SQLITE_CANTOPEN, ERROR_ACCESS_DENIED},
@@ -30,13 +28,14 @@ constexpr Translation s_aTranslations[] = {
     {SQLITE_TOOBIG, ERROR_INVALID_PARAMETER},
 };
 
+// A code may say more than its lowest byte, which then says of what kind it is.
 void Check(int nResult)
 {
-    if (nResult != SQLITE_OK)
-        ThrowSqliteFailure(nResult);
+    const DWORD nOfKind = Translate(s_aErrors, nResult & 0xFF, ERROR_REGISTRY_IO_FAILED);
+    Require(nResult == SQLITE_OK, Translate(s_aErrors, nResult, nOfKind));
 }
 
-// Who may only read, and comes while another process changes the log's index, takes it for one that is damaged and
+// A process that may only read, and comes while another changes the log's index, takes it for one that is damaged and
 // that it must not mend. A moment later it is whole.
 template <class Call>
 int OnceReadable(Call call)
@@ -51,14 +50,6 @@ int OnceReadable(Call call)
 }
 }
 
-void ThrowSqliteFailure(int nResult)
-{
-    for (const auto& [nFrom, nTo] : s_aTranslations)
-        if (nFrom == nResult || nFrom == (nResult & 0xFF))
-            throw RegistryFailure{nTo};
-    throw RegistryFailure{ERROR_REGISTRY_IO_FAILED};
-}
-
 SqliteConnection::SqliteConnection(const std::string& strPath, int nFlags)
 {
     sqlite3* pConnection = nullptr;
@@ -71,6 +62,11 @@ SqliteConnection::SqliteConnection(const std::string& strPath, int nFlags)
 void SqliteConnection::Execute(const char* pszSql)
 {
     Check(OnceReadable([&] { return sqlite3_exec(Get(), pszSql, nullptr, nullptr, nullptr); }));
+}
+
+void SqliteConnection::SetPragma(const std::string& strName, std::int64_t nValue)
+{
+    Execute(("PRAGMA " + strName + " = " + std::to_string(nValue)).c_str());
 }
 
 std::int64_t SqliteConnection::QueryNumber(const char* pszSql)
@@ -99,8 +95,7 @@ SqliteStatement::SqliteStatement(const SqliteConnection& oConnection, const char
 bool SqliteRun::Next()
 {
     const int nResult = OnceReadable([this] { return sqlite3_step(m_pStatement); });
-    if (nResult != SQLITE_ROW && nResult != SQLITE_DONE)
-        ThrowSqliteFailure(nResult);
+    Check(nResult == SQLITE_ROW || nResult == SQLITE_DONE ? SQLITE_OK : nResult);
     return nResult == SQLITE_ROW;
 }
 

@@ -1,19 +1,15 @@
 // SQLite for the registry, with failures as exceptions and results that clean up after themselves.
 #pragma once
 
-#include "RegistryFailure.h"
-#include "ZevrinUtils/Types.h"
+#include "platform/linux/base/Failure.h"
+#include "util/Owned.h"
 
 #include <cstdint>
-#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
 
 #include <sqlite3.h>
-
-// For a result code of SQLite that is no success.
-[[noreturn]] void ThrowSqliteFailure(int nResult);
 
 // A connection, for one thread at a time. Not to be carried into a child process.
 class SqliteConnection
@@ -23,18 +19,14 @@ public:
     SqliteConnection(const std::string& strPath, int nFlags);
 
     void Execute(const char* pszSql);
+    void SetPragma(const std::string& strName, std::int64_t nValue);
     std::int64_t QueryNumber(const char* pszSql);
     std::string QueryText(const char* pszSql);
 
     sqlite3* Get() const noexcept { return m_pConnection.get(); }
 
 private:
-    struct Closer
-    {
-        void operator()(sqlite3* p) const noexcept { sqlite3_close(p); }
-    };
-
-    std::unique_ptr<sqlite3, Closer> m_pConnection;
+    Owned<sqlite3, sqlite3_close> m_pConnection;
 };
 
 // A statement that is made once and run often.
@@ -46,12 +38,7 @@ public:
     sqlite3_stmt* Get() const noexcept { return m_pStatement.get(); }
 
 private:
-    struct Finalizer
-    {
-        void operator()(sqlite3_stmt* p) const noexcept { sqlite3_finalize(p); }
-    };
-
-    std::unique_ptr<sqlite3_stmt, Finalizer> m_pStatement;
+    Owned<sqlite3_stmt, sqlite3_finalize> m_pStatement;
 };
 
 // One run of a statement. The arguments and the views that it gives last as long as it does.

@@ -1,3 +1,4 @@
+// The locks of hosts, as recursive mutexes of the C library in place: plain data that hosts copy word for word.
 #include "win32/Threads.h"
 
 void win32::InitializeCriticalSection(LPCRITICAL_SECTION pSection)

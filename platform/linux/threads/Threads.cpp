@@ -1,6 +1,7 @@
+// Threads of the library, detached: who has the handle can wait for one and ask how it ended, and may close the handle
+// before. What belongs to each thread stands here too, the starts of COM.
 #include "win32/Threads.h"
-#include "Waitable.h"
-#include "platform/linux/base/Failure.h"
+#include "Waits.h"
 
 #include <atomic>
 #include <csignal>
@@ -63,32 +64,41 @@ bool StartDetached(std::unique_ptr<std::shared_ptr<Thread>> pShare)
         static_cast<void>(pShare.release());   // the thread's now
     return bStarted;
 }
+
+// COM has no work to do on Linux; a thread's starts are counted because callers see the count in the result.
+thread_local constinit unsigned t_nStarts = 0;
 }
 
 HANDLE win32::CreateThread(LPSECURITY_ATTRIBUTES pSecurity, SIZE_T nStackSize, LPTHREAD_START_ROUTINE pStart,
                            LPVOID pArgument, DWORD nFlags, LPDWORD pnThreadId)
 {
-    if (pSecurity || nStackSize != 0 || nFlags != 0 || pnThreadId)
-        return Fail(ERROR_NOT_SUPPORTED, HANDLE{});
-
-    return OrOutOfMemory(HANDLE{}, [&] {
+    return ResultOr(HANDLE{}, [&] {
+        RequireSupported(!pSecurity && nStackSize == 0 && nFlags == 0 && !pnThreadId);
         const auto pThread = std::make_shared<Thread>(pStart, pArgument);
         auto pShare = std::make_unique<std::shared_ptr<Thread>>(pThread);
         NewHandle oThread(pThread);
-        return StartDetached(std::move(pShare)) ? oThread.Give() : Fail(ERROR_NOT_ENOUGH_MEMORY, HANDLE{});
+        Require(StartDetached(std::move(pShare)), ERROR_NOT_ENOUGH_MEMORY);
+        return oThread.Give();
     });
 }
 
 BOOL win32::GetExitCodeThread(HANDLE hThread, LPDWORD pnExitCode)
 {
-    const auto pThread = FindObjectOf<Thread>(hThread);
-    if (!pThread)
-        return Fail(ERROR_INVALID_HANDLE, FALSE);
-    *pnExitCode = pThread->ExitCode();
-    return TRUE;
+    return Succeeds([&] { *pnExitCode = ObjectOf<Thread>(hThread)->ExitCode(); });
 }
 
 BOOL win32::TerminateThread(HANDLE, DWORD)
 {
-    return Fail(ERROR_NOT_SUPPORTED, FALSE);
+    return Succeeds([] { RequireSupported(false); });
+}
+
+HRESULT win32::CoInitialize(LPVOID)
+{
+    return t_nStarts++ == 0 ? S_OK : S_FALSE;
+}
+
+void win32::CoUninitialize()
+{
+    if (t_nStarts > 0)
+        --t_nStarts;
 }

@@ -1,7 +1,7 @@
 // Objects that a thread can wait for: set or not set.
 #pragma once
 
-#include "platform/linux/base/KernelObject.h"
+#include "platform/linux/base/Handles.h"
 
 #include <span>
 

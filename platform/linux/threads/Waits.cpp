@@ -1,6 +1,6 @@
-#include "Waitable.h"
+// Events, and the waits of Windows, for one object or for any of several, over one condition that all of them share.
+#include "Waits.h"
 
-#include "platform/linux/base/Failure.h"
 #include "util/Immortal.h"
 #include "win32/Threads.h"
 
@@ -27,10 +27,13 @@ Waits& AllWaits()
     return *s_oWaits;
 }
 
+class Event final : public Waitable
+{
+    using Waitable::Waitable;
+};
+
 DWORD WaitForAnyOf(std::span<const std::shared_ptr<Waitable>> objects, DWORD nMilliseconds)
 {
-    if (std::find(objects.begin(), objects.end(), nullptr) != objects.end())
-        return Fail(ERROR_INVALID_HANDLE, WAIT_FAILED);
     const std::size_t nSet = Waitable::WaitForAny(objects, nMilliseconds);
     return nSet < objects.size() ? WAIT_OBJECT_0 + static_cast<DWORD>(nSet) : WAIT_TIMEOUT;
 }
@@ -67,21 +70,39 @@ std::size_t Waitable::WaitForAny(std::span<const std::shared_ptr<Waitable>> obje
     return nSet;
 }
 
+HANDLE win32::CreateEventA(LPSECURITY_ATTRIBUTES pSecurity, BOOL bManualReset, BOOL bInitialState, LPCSTR pszName)
+{
+    return ResultOr(HANDLE{}, [&] {
+        RequireSupported(!pSecurity && bManualReset && !pszName);
+        return OpenHandle(std::make_shared<Event>(bInitialState != FALSE));
+    });
+}
+
+BOOL win32::SetEvent(HANDLE hEvent)
+{
+    return Succeeds([&] { ObjectOf<Event>(hEvent)->Set(); });
+}
+
+BOOL win32::ResetEvent(HANDLE hEvent)
+{
+    return Succeeds([&] { ObjectOf<Event>(hEvent)->Clear(); });
+}
+
 DWORD win32::WaitForSingleObject(HANDLE hObject, DWORD nMilliseconds)
 {
-    const auto pObject = FindObjectOf<Waitable>(hObject);
-    return WaitForAnyOf({&pObject, 1}, nMilliseconds);
+    return ResultOr(WAIT_FAILED, [&] {
+        const auto pObject = ObjectOf<Waitable>(hObject);
+        return WaitForAnyOf({&pObject, 1}, nMilliseconds);
+    });
 }
 
 DWORD win32::WaitForMultipleObjects(DWORD nCount, const HANDLE* phObjects, BOOL bWaitAll, DWORD nMilliseconds)
 {
-    if (nCount == 0 || nCount > MAXIMUM_WAIT_OBJECTS)
-        return Fail(ERROR_INVALID_PARAMETER, WAIT_FAILED);
-    if (bWaitAll)
-        return Fail(ERROR_NOT_SUPPORTED, WAIT_FAILED);
-    return OrOutOfMemory(WAIT_FAILED, [&] {
+    return ResultOr(WAIT_FAILED, [&] {
+        Require(nCount > 0 && nCount <= MAXIMUM_WAIT_OBJECTS, ERROR_INVALID_PARAMETER);
+        RequireSupported(!bWaitAll);
         std::vector<std::shared_ptr<Waitable>> oObjects(nCount);
-        std::transform(phObjects, phObjects + nCount, oObjects.begin(), FindObjectOf<Waitable>);
+        std::transform(phObjects, phObjects + nCount, oObjects.begin(), [](HANDLE h) { return ObjectOf<Waitable>(h); });
         return WaitForAnyOf(oObjects, nMilliseconds);
     });
 }

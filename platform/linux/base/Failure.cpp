@@ -1,14 +1,16 @@
-#include "Errno.h"
+// The one table between errno and the numbers of Windows, and the last error of each thread.
+#include "Failure.h"
+
+#include "util/Translation.h"
+
+#include <cerrno>
 
 namespace
 {
-struct Translation
-{
-    int nErrno;
-    DWORD nError;
-};
+thread_local constinit DWORD t_nLastError = ERROR_SUCCESS;
+
 // The first that fits, in both directions.
-constexpr Translation s_aTranslations[] = {
+constexpr Translation<int, DWORD> s_aErrors[] = {
     {0, ERROR_SUCCESS},
     {ENOENT, ERROR_FILE_NOT_FOUND},
     {ENOENT, ERROR_PATH_NOT_FOUND},
@@ -47,16 +49,25 @@ constexpr Translation s_aTranslations[] = {
 
 DWORD ErrorOfErrno(int nErrno) noexcept
 {
-    for (const auto& [nFrom, nTo] : s_aTranslations)
-        if (nFrom == nErrno)
-            return nTo;
-    return ERROR_GEN_FAILURE;
+    return Translate(s_aErrors, nErrno, ERROR_GEN_FAILURE);
 }
 
 int ErrnoOfError(DWORD nError) noexcept
 {
-    for (const auto& [nFrom, nTo] : s_aTranslations)
-        if (nTo == nError)
-            return nFrom;
-    return -1;
+    return TranslateBack(s_aErrors, nError, -1);
+}
+
+void ThrowErrno()
+{
+    throw Failure{ErrorOfErrno(errno)};
+}
+
+DWORD win32::GetLastError()
+{
+    return t_nLastError;
+}
+
+void win32::SetLastError(DWORD nError)
+{
+    t_nLastError = nError;
 }
