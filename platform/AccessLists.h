@@ -3,7 +3,6 @@
 
 #include "platform/Service.h"
 #include "win32/AccessLists.h"
-#include "win32/Call.h"
 
 // These give the error themselves, 0 for none, but for the string of a SID.
 struct AccessListCalls

@@ -8,8 +8,7 @@
 #pragma once
 
 #include "platform/Service.h"
-#include "win32/Call.h"
-#include "win32/Files.h"
+#include "win32/System.h"
 
 struct FileCalls
 {

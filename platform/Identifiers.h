@@ -2,7 +2,6 @@
 #pragma once
 
 #include "platform/Service.h"
-#include "win32/Call.h"
 #include "win32/Identifiers.h"
 
 struct IdentifierCalls

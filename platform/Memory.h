@@ -3,8 +3,7 @@
 
 #include "platform/Service.h"
 #include "util/Owned.h"
-#include "win32/Call.h"
-#include "win32/Memory.h"
+#include "win32/CLibrary.h"
 
 struct MemoryCalls
 {

@@ -6,7 +6,6 @@
 #pragma once
 
 #include "platform/Service.h"
-#include "win32/Call.h"
 #include "win32/Registry.h"
 
 struct RegistryCalls

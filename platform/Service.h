@@ -19,6 +19,8 @@
 // - Replace a table before the thread that uses it starts, restore it after that thread has ended.
 #pragma once
 
+#include "win32/Call.h"
+
 #include <atomic>
 
 template <class Calls>

@@ -5,8 +5,7 @@
 #pragma once
 
 #include "platform/Service.h"
-#include "win32/Call.h"
-#include "win32/Shell.h"
+#include "win32/Desktop.h"
 
 struct ShellCalls
 {

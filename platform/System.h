@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/Service.h"
-#include "win32/Call.h"
+#include "win32/CLibrary.h"
 #include "win32/System.h"
 
 struct SystemCalls

@@ -142,8 +142,8 @@ std::vector<std::filesystem::path> ContentOf(const std::filesystem::path& oFolde
     return oContent;
 }
 
-// As far as it goes, as the object has its list by now: what vanishes or cannot be read meanwhile is left out, and
-// nothing else. Links lead elsewhere.
+// Done as far as it goes, since the object has its list by now: what vanishes or cannot be read meanwhile is left out,
+// and nothing else. Links lead elsewhere.
 void HandDown(const std::filesystem::path& oFolder, const AccessEntries& oGranted)
 {
     for (const auto& oPath : ContentOf(oFolder))

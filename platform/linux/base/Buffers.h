@@ -5,7 +5,7 @@
 #include <cstring>
 #include <string_view>
 
-// As much of a text as a buffer takes, and a zero byte behind it, which is what fits first: the length without it.
+// Copies as much of a text as leaves room for a zero byte, and that byte; gives the length without it.
 inline std::size_t CopyCut(std::string_view strText, char* pszBuffer, std::size_t nSize)
 {
     const std::size_t nLength = strText.copy(pszBuffer, nSize - 1);
@@ -13,7 +13,7 @@ inline std::size_t CopyCut(std::string_view strText, char* pszBuffer, std::size_
     return nLength;
 }
 
-// All the bytes and so many zero bytes behind them, or nothing: false if they do not fit.
+// Copies all the bytes and so many zero bytes behind them, or nothing: false if they do not fit.
 inline bool CopyWhole(std::string_view strBytes, std::size_t nZeros, void* pBuffer, std::size_t nSize)
 {
     if (strBytes.size() + nZeros > nSize)

@@ -1,8 +1,8 @@
-// How a call fails: inside of the rooms by throwing a Failure where it is noticed, and to its caller as Windows tells
-// it, which is the work of the templates at the end. No call lets anything else through.
+// The way in which a call fails: inside of the rooms by throwing a Failure where it is noticed, and to its caller as
+// Windows tells it, which is the work of the templates at the end. No call lets anything else through.
 #pragma once
 
-#include "win32/Errors.h"
+#include "win32/System.h"
 
 #include <new>
 

@@ -2,7 +2,7 @@
 #include "Handles.h"
 
 #include "util/Immortal.h"
-#include "win32/Handles.h"
+#include "win32/System.h"
 
 #include <cstdint>
 #include <map>

@@ -24,7 +24,7 @@ bool Exists(const char* pszNativePath);
 // From the root; empty for an empty path, and where the working folder is gone.
 std::string AbsolutePath(const NativePath& oPath);
 
-// What errno means for a call on that path: ENOENT is 3 if the folder that it would lie in is missing, otherwise 2.
+// The meaning of errno for a call on that path: ENOENT is 3 if the folder that it would lie in is missing, otherwise 2.
 DWORD ErrorOnPath(const char* pszNativePath, int nErrno);
 [[noreturn]] void ThrowOnPath(const char* pszNativePath);
 

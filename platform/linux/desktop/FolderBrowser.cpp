@@ -1,5 +1,5 @@
 // The shell's browser, by the desktop module's window.
-#include "win32/Shell.h"
+#include "win32/Desktop.h"
 
 #include "Desktop.h"
 #include "ShellItems.h"
@@ -8,7 +8,7 @@
 #include "platform/linux/base/Paths.h"
 #include "platform/linux/base/Unicode.h"
 #include "util/OrEmpty.h"
-#include "win32/Files.h"
+#include "win32/System.h"
 
 #include <exception>
 

@@ -1,11 +1,11 @@
 // The shell's objects, its desktop folder and its allocator, and the texts of its items.
-#include "win32/Shell.h"
+#include "win32/Desktop.h"
 
 #include "ShellItems.h"
 #include "platform/linux/base/Buffers.h"
 #include "platform/linux/base/Paths.h"
 #include "platform/linux/base/Unicode.h"
-#include "win32/Files.h"
+#include "win32/System.h"
 
 #include <cstdlib>
 

@@ -4,7 +4,7 @@
 
 #include "Desktop.h"
 #include "platform/linux/base/Buffers.h"
-#include "win32/UserInterface.h"
+#include "win32/Desktop.h"
 
 #include <utility>
 

@@ -33,7 +33,7 @@ bool CopyInKernel(int nSource, int nTarget, off_t nSize, off_t& nDone)
     return true;
 }
 
-// To the end of the source, which may lie elsewhere than its size says: some systems tell none.
+// Goes on to the end of the source, which may lie elsewhere than its size says: some systems tell none.
 bool CopyBytes(int nSource, int nTarget, off_t nSize)
 {
     off_t nDone = 0;
@@ -55,7 +55,7 @@ bool CopyBytes(int nSource, int nTarget, off_t nSize)
     return true;
 }
 
-// As far as the file system and the target's owner let it.
+// They go along as far as the file system and the target's owner let it.
 void CopyTimesAndMode(const struct stat& oSource, int nTarget)
 {
     struct stat oTarget;
@@ -65,7 +65,7 @@ void CopyTimesAndMode(const struct stat& oSource, int nTarget)
     static_cast<void>(::futimens(nTarget, aoTimes));
 }
 
-// What a link to a folder says, in a link of its own.
+// Makes a link that says the same as a link to a folder.
 void CopyLink(const char* pszSource, const char* pszTarget)
 {
     char achTarget[PATH_MAX];

@@ -1,4 +1,4 @@
-// What is done to files and folders by their paths alone: attributes, making, removing.
+// Calls that need no more than a path: attributes, making, removing.
 #include "OpenFile.h"
 #include "platform/linux/base/Paths.h"
 

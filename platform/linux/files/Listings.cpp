@@ -3,7 +3,7 @@
 #include "platform/linux/base/Handles.h"
 #include "platform/linux/base/Paths.h"
 #include "util/Owned.h"
-#include "win32/Files.h"
+#include "win32/System.h"
 
 #include <cerrno>
 #include <cstdint>
@@ -84,7 +84,7 @@ private:
     int m_nErrno = 0;          // why the entries end, where not because there are no more
 };
 
-// Of what could not be listed. A folder that is missing is no missing file.
+// The reason why nothing could be listed. A folder that is missing is no missing file.
 DWORD ErrorOfListing(const char* pszNativePath)
 {
     const int nErrno = errno;

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/linux/base/Descriptor.h"
-#include "win32/Files.h"
+#include "win32/System.h"
 
 #include <sys/stat.h>
 

@@ -1,5 +1,5 @@
 // The C library opens a folder for reading, and only the reads fail; Windows does not open one.
-#include "win32/Streams.h"
+#include "win32/CLibrary.h"
 
 #include "platform/linux/base/Paths.h"
 #include "util/Owned.h"

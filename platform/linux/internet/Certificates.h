@@ -8,7 +8,7 @@
 class CertificateRules
 {
 public:
-    // Of the security flags, those for a wrong name, a wrong date and an unknown authority, are obeyed. All else
+    // Those of the security flags count that are for a wrong name, a wrong date and an unknown authority. All else
     // that is wrong with a certificate is never forgiven, and to the certificate of a proxy nothing is.
     DWORD Flags() const noexcept { return m_nFlags; }
     void SetFlags(DWORD nFlags) noexcept;

@@ -44,7 +44,7 @@ DWORD ErrorOfTransfer(CURLcode nResult)
     return Translate(s_aErrors, nResult, ERROR_INTERNET_INTERNAL_ERROR);
 }
 
-// As a plain connection to the server's port, whatever the URL's scheme would do there.
+// Makes a plain connection to the server's port, whatever the URL's scheme would do there.
 void TryToConnect(const char* pszUrl)
 {
     StartCurl();

@@ -103,7 +103,7 @@ void HttpRequest::Advance(Clock::time_point nLatest)
     }
 }
 
-// Of any request of the session: they share its transfers.
+// The message may be for any request of the session: they share its transfers.
 void HttpRequest::FinishOf(const CURLMsg& oMessage)
 {
     HttpRequest* pRequest = nullptr;
@@ -134,7 +134,7 @@ bool HttpRequest::WasTunnelRefused() const
     return nStatus != 0 && nStatus / 100 != 2;
 }
 
-// Of a transfer that failed: whether the headers that came are those of the last server asked, and it was not until
+// True of a transfer that failed if the headers that came are those of the last server asked, and it was not until
 // the body that the transfer broke off. A tunnel's headers are an answer only if it was refused.
 bool HttpRequest::IsAnswered() const
 {

@@ -1,12 +1,12 @@
-// What stands behind the handles of the Internet service: libcurl, driven on the thread that waits for it, so that
+// The objects behind the handles of the internet functions: libcurl, driven on the thread that waits for it, so that
 // an answer is taken off the network only as fast as it is read.
 #pragma once
 
 #include "Certificates.h"
 #include "platform/linux/base/Handles.h"
 #include "util/Owned.h"
-#include "win32/Errors.h"
 #include "win32/Internet.h"
+#include "win32/System.h"
 
 #include <chrono>
 #include <memory>
@@ -57,25 +57,26 @@ public:
     // Sends, again if need be, and returns when the answer's headers are there.
     void Send();
 
-    // Of the answer; 0 and nothing before there is one.
+    // The answer's; 0 and nothing before there is one.
     DWORD Status() const noexcept { return m_oAnswer.nStatus; }
     const std::string& Headers() const noexcept { return m_oAnswer.strHeaders; }   // lines ended by CR LF
 
-    // As many bytes as asked for, less only at the end. A failure behind the first of them is told by the next call.
+    // Gives as many bytes as asked for, less only at the end. A failure behind the first of them is told by the next
+    // call.
     DWORD Read(char* pchBuffer, DWORD nCount);
     // Gives how many bytes can be read without waiting; 0 at the end.
     DWORD WaitForData();
 
     CertificateRules& Rules() noexcept { return m_oRules; }
 
-    // Of the proxy that the last exchange used: its text in the environment, and what it takes to log on there.
+    // The proxy that the last exchange used: its text in the environment, and what it takes to log on there.
     std::string Proxy() const;   // empty: none
     void SetProxyCredentials(const std::string& strUser, const std::string& strPassword);
 
 private:
     using Clock = std::chrono::steady_clock;
 
-    // How far an answer is. Headers are final once nothing more is tried for others.
+    // The stages of an answer. Headers are final once nothing more is tried for others.
     enum eStage
     {
         eNothing,

@@ -4,7 +4,7 @@
 #include <array>
 #include <cstdlib>
 
-// Of http_proxy only the small letters count: a web server hands a header of its client on as HTTP_PROXY.
+// In http_proxy only the small letters count: a web server hands a header of its client on as HTTP_PROXY.
 std::string ProxyOf(bool bSecure)
 {
     using Names = std::array<const char*, 4>;

@@ -38,7 +38,7 @@ bool StandsForItself(char ch)
            std::string_view("-._~@").find(ch) != std::string_view::npos;
 }
 
-// As in a mailto address: nothing is left in it that any program on the way could take for more than text.
+// The form of a mailto address: nothing is left in it that any program on the way could take for more than text.
 std::string Escaped(std::string_view sText)
 {
     constexpr char szDigits[] = "0123456789ABCDEF";
@@ -94,7 +94,7 @@ void Check(std::span<const MapiRecipDesc> aRecipients)
     }
 }
 
-// What the message says, as one address of a mail.
+// All that the message says, as one address of a mail.
 std::string MailAddress(const MapiMessage& oMessage)
 {
     const std::span<const MapiRecipDesc> aRecipients(oMessage.lpRecips, oMessage.lpRecips ? oMessage.nRecipCount : 0);

@@ -4,7 +4,7 @@
 
 #include "Mail.h"
 #include "platform/linux/base/Failure.h"
-#include "win32/Profile.h"
+#include "win32/System.h"
 
 #include <atomic>
 #include <cstring>

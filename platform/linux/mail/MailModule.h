@@ -2,7 +2,7 @@
 // sends mail.
 #pragma once
 
-#include "win32/Modules.h"
+#include "win32/System.h"
 
 bool IsMailModule(LPCSTR pszName);
 bool IsMailModule(HMODULE hModule);

@@ -1,5 +1,5 @@
 // The adapters of the kernel in the form that Windows lists them: one record each, which callers walk through.
-#include "win32/Adapters.h"
+#include "win32/Network.h"
 
 #include "platform/linux/base/Buffers.h"
 #include "platform/linux/base/Failure.h"

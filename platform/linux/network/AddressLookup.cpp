@@ -1,5 +1,5 @@
 // The look-up of addresses by the system's own resolver, whatever it goes by: files, a name server, others.
-#include "win32/Sockets.h"
+#include "win32/Network.h"
 
 #include "platform/linux/base/Failure.h"
 #include "util/Translation.h"

@@ -1,6 +1,6 @@
 // Sockets behind handles of our own: the kernel gives the number of a closed file to the next one at once, and a thread
 // that is about to use the old socket would use that file instead.
-#include "win32/Sockets.h"
+#include "win32/Network.h"
 
 #include "platform/linux/base/Descriptor.h"
 #include "platform/linux/base/Handles.h"

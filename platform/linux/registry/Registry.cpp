@@ -48,7 +48,7 @@ struct Key final : HandleObject
 
     const std::string strPath;
     const REGSAM nRights;
-    // What follows is used with the connection's lock held.
+    // The rest is used with the connection's lock held.
     std::int64_t nId = 0;
     std::uint64_t nStore = 0;
     RegistryCursor oSubKeys;

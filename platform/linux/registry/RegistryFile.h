@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <string>
 
-// Of the tables that CreateRegistryFile makes.
+// The version of the tables that CreateRegistryFile makes.
 inline constexpr std::int64_t nRegistryVersion = 1;
 
 // The statements that make them, as SQLite keeps their texts, with ";" and a line end between two.

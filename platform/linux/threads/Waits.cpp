@@ -2,7 +2,7 @@
 #include "Waits.h"
 
 #include "util/Immortal.h"
-#include "win32/Threads.h"
+#include "win32/System.h"
 
 #include <algorithm>
 #include <chrono>

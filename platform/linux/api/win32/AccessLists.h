@@ -1,3 +1,4 @@
+// Access lists and SIDs.
 #pragma once
 
 #include "ZevrinUtils/Types.h"

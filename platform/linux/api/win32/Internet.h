@@ -1,3 +1,4 @@
+// The internet functions: values and error numbers are those of Windows.
 #pragma once
 
 #include "ZevrinUtils/Types.h"
@@ -8,7 +9,7 @@ using INTERNET_PORT = WORD;
 inline constexpr DWORD INTERNET_OPEN_TYPE_PRECONFIG = 0;
 inline constexpr DWORD INTERNET_SERVICE_HTTP = 3;
 
-// Of sessions and requests.
+// Flags of sessions and requests.
 inline constexpr DWORD INTERNET_FLAG_PRAGMA_NOCACHE = 0x00000100;
 inline constexpr DWORD INTERNET_FLAG_IGNORE_CERT_CN_INVALID = 0x00001000;
 inline constexpr DWORD INTERNET_FLAG_IGNORE_CERT_DATE_INVALID = 0x00002000;
@@ -16,7 +17,7 @@ inline constexpr DWORD INTERNET_FLAG_NO_AUTO_REDIRECT = 0x00200000;
 inline constexpr DWORD INTERNET_FLAG_KEEP_CONNECTION = 0x00400000;
 inline constexpr DWORD INTERNET_FLAG_SECURE = 0x00800000;
 
-// What a request forgives a certificate; the second and third are the request flags of the same values.
+// The faults that a request forgives a certificate; the second and third are the request flags of the same values.
 inline constexpr DWORD INTERNET_OPTION_SECURITY_FLAGS = 31;
 inline constexpr DWORD SECURITY_FLAG_IGNORE_UNKNOWN_CA = 0x00000100;
 inline constexpr DWORD SECURITY_FLAG_IGNORE_CERT_CN_INVALID = INTERNET_FLAG_IGNORE_CERT_CN_INVALID;

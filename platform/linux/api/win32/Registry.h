@@ -1,8 +1,7 @@
 // The calls give their error number as the result.
 #pragma once
 
-#include "win32/Basics.h"
-#include "win32/Errors.h"
+#include "win32/System.h"
 
 using LPBYTE = BYTE*;
 using REGSAM = DWORD;

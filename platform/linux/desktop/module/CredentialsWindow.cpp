@@ -1,3 +1,4 @@
+// The window that asks for a name and a password.
 #include "Dialogs.h"
 
 #include <cstring>

@@ -1,3 +1,4 @@
+// The module's one door. Whoever comes through it has GTK running, and the right thread.
 #include "Dialogs.h"
 
 namespace

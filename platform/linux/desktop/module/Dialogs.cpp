@@ -1,3 +1,4 @@
+// Shared by the windows of the module, and the box that shows an error.
 #include "Dialogs.h"
 
 GtkWidget* NewDialog(const char* pszCaption, GtkWidget** ppOk)

@@ -1,3 +1,4 @@
+// Folders are read when they are opened, one level ahead, so that each shows whether there is anything in it.
 #include "FolderTree.h"
 
 #include <algorithm>
@@ -126,7 +127,7 @@ std::optional<GtkTreeIter> FolderTree::FindTop(const fs::path& oFolder)
     gtk_tree_model_get_iter_first(pModel, &oRow);
     if (!PathAt(oRow).empty())
         return LiesIn(oFolder, PathAt(oRow)) ? std::optional(oRow) : std::nullopt;
-    // Of the two in the desktop, the user's own folder comes first.
+    // The user's own folder comes first of the two in the desktop.
     for (gboolean bMore = gtk_tree_model_iter_children(pModel, &oChild, &oRow); bMore;
          bMore = gtk_tree_model_iter_next(pModel, &oChild))
         if (LiesIn(oFolder, PathAt(oChild)))

@@ -1,3 +1,4 @@
+// The folder browser's window, which tells its caller of each selection and lets it answer.
 #include "FolderTree.h"
 
 #include <algorithm>
@@ -111,7 +112,7 @@ void DesktopBrowser::OnCursor(GtkTreeView*, gpointer pThis)
         oThis.OnSelected(*oSelected);
 }
 
-// What is typed can be tried, whatever is selected.
+// A typed text can be tried, whatever is selected.
 void DesktopBrowser::OnChanged(GtkEditable*, gpointer pThis)
 {
     auto& oThis = *static_cast<DesktopBrowser*>(pThis);

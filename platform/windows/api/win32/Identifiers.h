@@ -1,3 +1,4 @@
+// Unique identifiers.
 #pragma once
 
 #include "ZevrinUtils/Types.h"

@@ -1,3 +1,4 @@
+// The internet functions.
 #pragma once
 
 #include "ZevrinUtils/Types.h"

@@ -1,5 +1,5 @@
 /// @file
-/// What the exported headers need of the shell, for Linux: the same names and values; only what is in use.
+/// The part of the shell that the exported headers use, for Linux: the same names and values.
 #pragma once
 
 #include "ZevrinUtils/Types.h"
@@ -35,7 +35,7 @@ inline constexpr UINT BFFM_SETOKTEXT = 0x469;
 
 using BFFCALLBACK = int (*)(HWND hWindow, UINT nMessage, LPARAM lParam, LPARAM lpData);
 
-/// What a browse is asked for.
+/// The wishes for a browse.
 struct BROWSEINFOA
 {
     /// As the documentation of the shell tells.
@@ -65,7 +65,7 @@ struct STRRET
 
 struct IBindCtx;   // never passed: null only
 
-/// What all objects of the shell have: a count of those who refer to them.
+/// Common to all objects of the shell: a count of those who refer to them.
 struct IUnknown
 {
     virtual ULONG AddRef() = 0;    ///< one more

@@ -1,4 +1,4 @@
-// What the exported headers need of the shell.
+// The part of the shell that the exported headers use.
 #pragma once
 
 #include "ZevrinUtils/Types.h"

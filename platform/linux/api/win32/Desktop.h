@@ -1,6 +1,9 @@
+// Windows on the screen, and the shell.
 #pragma once
 
-#include "ZevrinUtils/Types.h"
+#include "ZevrinUtils/ShellTypes.h"
+
+// Windows and their messages.
 
 inline constexpr UINT WM_NCDESTROY = 0x82;
 inline constexpr int GWLP_WNDPROC = -4;
@@ -23,4 +26,22 @@ HANDLE GetPropA(HWND hWindow, LPCSTR pszName);
 HANDLE RemovePropA(HWND hWindow, LPCSTR pszName);
 
 int MessageBoxA(HWND hOwner, LPCSTR pszText, LPCSTR pszCaption, UINT nStyle);
+}
+
+// The shell.
+
+inline constexpr DWORD SHGDN_FORPARSING = 0x8000;   // the whole path, not the name alone
+
+constexpr bool SUCCEEDED(HRESULT nResult)
+{
+    return nResult >= 0;
+}
+
+namespace win32
+{
+ITEMIDLIST* SHBrowseForFolderA(BROWSEINFOA* pInfo);
+BOOL SHGetPathFromIDListA(const ITEMIDLIST* pItem, LPSTR pszPath);
+HRESULT SHGetDesktopFolder(IShellFolder** ppFolder);
+HRESULT SHGetMalloc(IMalloc** ppMalloc);
+HRESULT StrRetToBufA(STRRET* pName, const ITEMIDLIST* pItem, LPSTR pszBuffer, UINT nSize);
 }

@@ -1,4 +1,4 @@
-// The types that both systems share by name and layout are the C library's own.
+// Sockets, the look-up of addresses, network adapters.
 #pragma once
 
 #include "ZevrinUtils/Types.h"
@@ -6,6 +6,8 @@
 #include <netdb.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
+
+// Sockets. The types that both systems share by name and layout are the C library's own.
 
 using SOCKET = unsigned int;
 
@@ -34,4 +36,31 @@ int closesocket(SOCKET hSocket);
 
 ULONG inet_addr(const char* pszAddress);
 hostent* gethostbyaddr(const char* pAddress, int nLength, int nFamily);
+}
+
+// Network adapters.
+
+// Four numbers and their dots.
+struct IP_ADDRESS_STRING
+{
+    char String[16];
+};
+
+struct IP_ADDR_STRING
+{
+    IP_ADDR_STRING* Next;
+    IP_ADDRESS_STRING IpAddress;
+};
+using PIP_ADDR_STRING = IP_ADDR_STRING*;
+
+struct IP_ADAPTER_INFO
+{
+    IP_ADAPTER_INFO* Next;
+    IP_ADDR_STRING IpAddressList;
+};
+using PIP_ADAPTER_INFO = IP_ADAPTER_INFO*;
+
+namespace win32
+{
+ULONG GetAdaptersInfo(PIP_ADAPTER_INFO pAdapters, ULONG* pnSize);
 }

@@ -1,3 +1,4 @@
+// Windows on the screen, and the shell.
 #pragma once
 
 #include "ZevrinUtils/ShellTypes.h"

@@ -1,3 +1,4 @@
+// Sockets, the look-up of addresses, network adapters.
 #pragma once
 
 #include "ZevrinUtils/Types.h"

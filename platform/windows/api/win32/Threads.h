@@ -1,5 +1,0 @@
-#pragma once
-
-#include "ZevrinUtils/Types.h"
-
-#include <objbase.h>
