@@ -1,4 +1,4 @@
-// What the benchmarks share. Each of them is a Measure; the main that calls it is here.
+// The common part of the benchmarks. Each of them is a Measure, called by the main in Bench.cpp.
 #pragma once
 
 #include "RatioTable.h"

@@ -1,3 +1,4 @@
+// Medians instead of means, because a round that the machine disturbed must not move the result.
 #include "RatioTable.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// What an ask of the resolver costs its caller. Run where a name server stays silent about 203.0.x.x.
+// The time that an ask of the resolver costs its caller. Run where a name server stays silent about 203.0.x.x.
 #include "Bench.h"
 
 #include "ZevrinUtils/DNSResolver.h"

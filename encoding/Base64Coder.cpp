@@ -1,3 +1,6 @@
+// Coding in memory, in two ways with one result: group by group through the virtual steps, which a derived class may
+// have replaced, and in runs (encoding/Runs.h) for objects of the class itself. Sizes, capacities and the zeros behind
+// the result are the same too, because hosts see them.
 #include "ZevrinUtils/Base64Coder.h"
 
 #include "encoding/Base64Table.h"

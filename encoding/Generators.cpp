@@ -1,3 +1,5 @@
+// First passwords and GUIDs. The divisor that is one too small, passes that overshoot the length and sums that wrap at
+// 32 bits look like slips; hosts rely on each (docs/generators.md).
 #include "ZevrinUtils/Generators.h"
 
 #include "platform/Identifiers.h"

@@ -1,3 +1,5 @@
+// The runs that any processor can do, which also finish what the vectors leave at the end of a text, and the choice of
+// the fastest runs.
 #include "encoding/Runs.h"
 
 #include "encoding/Base64Table.h"

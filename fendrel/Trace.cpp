@@ -1,3 +1,5 @@
+// The service behind Fendrel/Trace.h. A record that nobody wants costs one comparison and no lock. One that is wanted
+// holds on to its sink while it is written, so that a host may change sinks at any moment.
 #include "Fendrel/Trace.h"
 
 #include "fendrel/Lock.h"

@@ -1,3 +1,6 @@
+// Trees are walked depth first, each entry named by its whole path. Copying ends at the first failure. Deleting goes on
+// past what is in use (a sharing violation) and keeps the last such text, also when it then succeeds. Listings and
+// sizes pass by what they cannot open.
 #include "ZevrinUtils/Folder.h"
 
 #include "files/Walk.h"

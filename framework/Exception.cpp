@@ -1,3 +1,5 @@
+// The base of the exceptions, and those of files. Delete stands here so that the module that made an exception also
+// frees it.
 #include "ZevrinUtils/framework/Exception.h"
 
 #include "platform/Errors.h"

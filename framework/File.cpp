@@ -1,3 +1,5 @@
+// CFile over the platform's files. The handle is given up before a failure to close is thrown, so that the destructor
+// does not close it a second time.
 #include "framework/File.h"
 
 #include "platform/Errors.h"

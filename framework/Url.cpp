@@ -1,3 +1,5 @@
+// Split here and not by the system, so that a URL means the same on every target. The whole text is judged before any
+// part is given out, so that a refused URL leaves no half of one.
 #include "framework/Url.h"
 
 #include <algorithm>

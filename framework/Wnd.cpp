@@ -1,3 +1,5 @@
+// A window finds its object by a property of its own and not by a table of ours: it goes with the window, and nothing
+// has to be locked.
 #include "ZevrinUtils/framework/Wnd.h"
 
 #include "platform/UserInterface.h"

@@ -1,3 +1,5 @@
+// A plain account of the rules of Base64Coder, group by group, against each way of coding: an object of the class
+// itself, one of a derived class, and each kind of runs. Sizes and the zeros behind the result count too.
 #include "Rules.h"
 
 #include "ZevrinUtils/Base64Coder.h"

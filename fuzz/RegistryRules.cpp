@@ -1,3 +1,5 @@
+// A registry with edited bytes must be refused and left as it is, or work: its listings end, and a value written to it
+// is there when it is opened again.
 #include "Rules.h"
 
 #include "platform/linux/registry/RegistryStore.h"

@@ -1,5 +1,5 @@
-// What the library promises, held against whatever bytes it is given. Each function names the fault that its input
-// brings to light, and nothing if there is none.
+// The library's promises, held against whatever bytes it is given. Each function names the fault that its input brings
+// to light, and nothing if there is none.
 #pragma once
 
 #include <cstddef>

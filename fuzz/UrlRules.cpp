@@ -1,3 +1,4 @@
+// URLs by a regular expression, escapes by printf and sscanf: accounts that share no code with the library.
 #include "Rules.h"
 
 #include "ZevrinUtils/HttpServices.h"

@@ -1,3 +1,6 @@
+// One thread looks the addresses up. A caller holds the results' lock and takes the queue's inside it; the thread takes
+// each alone, and none over a lookup, for which callers would then wait. The stop event ends it between two lookups;
+// the queue's event is set and cleared under the queue's lock.
 #include "ZevrinUtils/DNSResolver.h"
 
 #include "framework/Hold.h"

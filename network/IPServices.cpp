@@ -1,3 +1,5 @@
+// Tests on texts. An address is this machine's if an adapter has it letter for letter: no number is compared, no name
+// looked up.
 #include "ZevrinUtils/IPServices.h"
 
 #include "ZevrinUtils/framework/String.h"

@@ -1,3 +1,6 @@
+// One thread for each port serves its connections one after the other. A listener's record belongs to its object and
+// its thread, and the last of the two frees it (ListenerShare.h). Hosts know the words that both touch as plain ones,
+// so each access makes them atomic.
 #include "ZevrinUtils/PortListener.h"
 
 #include "framework/ModuleThread.h"

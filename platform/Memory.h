@@ -1,4 +1,4 @@
-// Memory that is handed out as C does, where its want is an answer and no exception.
+// Memory as C hands it out: where there is none the answer is null, and no exception.
 #pragma once
 
 #include "platform/Service.h"

@@ -1,4 +1,4 @@
-// What all platform services have in common.
+// The rules and the table in force that all platform services have in common.
 //
 // A service is a struct of function pointers: the operations that the library asks of the system for
 // one purpose, under the system's own names and signatures. Its default-made table is the native one.

@@ -1,4 +1,4 @@
-// What the system tells of itself and of this process.
+// Questions to the system about itself and about this process.
 #pragma once
 
 #include "platform/Service.h"

@@ -1,3 +1,5 @@
+// One message, gathered in the records of Simple MAPI so that they can be handed over as they are: texts are borrowed,
+// arrays are C's. The loaded library is one for all objects of the process, unguarded.
 #include "ZevrinUtils/SimpleMapi.h"
 
 #include "framework/StringTable.h"

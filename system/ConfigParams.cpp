@@ -1,3 +1,5 @@
+// A thin layer over the registry. Each oddity stays, because hosts rely on it: reads create keys, a listing leaves its
+// key open, a refused value is not told.
 #include "ZevrinUtils/ConfigParams.h"
 
 #include "platform/Registry.h"

@@ -1,3 +1,5 @@
+// Small questions to the system. How the free part of a disk is computed, and how long an answer is kept, stays as it
+// is to the last bit: hosts know both.
 #include "ZevrinUtils/SystemInfo.h"
 
 #include "ZevrinUtils/framework/String.h"

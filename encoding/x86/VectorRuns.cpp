@@ -1,5 +1,5 @@
-// In vectors of x86 processors. Which of them this one has is asked at run time: the library itself is built
-// for any.
+// Runs in the vectors of x86 processors. The processor is asked at run time which of them it has, because the library
+// itself is built for any.
 #include "encoding/Runs.h"
 
 #include "encoding/Base64Table.h"
