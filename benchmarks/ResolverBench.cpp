@@ -17,7 +17,7 @@ constexpr int nUnknownAsks = 10000;
 constexpr auto nPatience = std::chrono::seconds(30);
 const char szKnown[] = "127.0.0.1";
 
-// What a host would write for itself: one lock, one map, one queue.
+// The resolver that a host would write for itself: one lock, one map, one queue.
 class Peer
 {
 public:

@@ -57,7 +57,7 @@ void ClearPadding(Base64Coder::TempBucket& oGroup)
     std::replace(oGroup.m_aData + nKept, std::end(oGroup.m_aData), nPaddingValue, BYTE{0});
 }
 
-// The input must not be the side itself. Where it is, coding goes group by group, which reads the zeros just written.
+// The input must not be the side itself. If it is, coding goes group by group, which reads the zeros just written.
 bool IsWithin(const BYTE* pBuffer, const BYTE* pSide, unsigned int nCapacity)
 {
     return reinterpret_cast<std::uintptr_t>(pBuffer) - reinterpret_cast<std::uintptr_t>(pSide) < nCapacity;
@@ -124,7 +124,7 @@ void Base64Coder::SetEncodeBuffer(BYTE* const pBuffer, unsigned long nLength)
 {
     if (IsOfTheClassItself(*this) && !IsWithin(pBuffer, m_pEncodeBuffer, m_nEncodeCapacity))
     {
-        // As AllocEncode does, but it zeroes only what the filter leaves.
+        // AllocEncode's work, but zeroing only what the filter leaves.
         m_nEncodeSize = 0;
         MakeRoom(m_pEncodeBuffer, m_nEncodeCapacity, nLength);
         m_nEncodeSize = static_cast<unsigned int>(BestRuns().Filter(pBuffer, nLength, m_pEncodeBuffer));
@@ -158,7 +158,7 @@ void Base64Coder::Encode(BYTE* const pBuffer, unsigned long nLength)
     unsigned long nIndex = 0;
     if (IsOfTheClassItself(*this))
     {
-        // As AllocEncode does, but it zeroes only what the run leaves.
+        // AllocEncode's work, but zeroing only what the run leaves.
         MakeRoom(m_pEncodeBuffer, m_nEncodeCapacity, nRoom);
         nIndex = static_cast<unsigned long>(BestRuns().Encode(m_pDecodeBuffer, nLength, m_pEncodeBuffer));
         m_nEncodeSize = static_cast<unsigned int>(nIndex / 3 * 4);
@@ -216,7 +216,7 @@ void Base64Coder::Decode(BYTE* const pBuffer, unsigned long nLength)
     const bool bRuns = IsOfTheClassItself(*this) && std::ranges::equal(m_DecodeTable, g_anBase64Values, {}, ToByte);
     if (bRuns)
     {
-        // As AllocDecode does, but it zeroes only what the run leaves.
+        // AllocDecode's work, but zeroing only what the run leaves.
         m_nDecodeSize = 0;
         MakeRoom(m_pDecodeBuffer, m_nDecodeCapacity, nLength);
         decodeRun();

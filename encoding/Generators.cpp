@@ -52,7 +52,7 @@ void CSPasswordUtils::AddRandomValue(std::string& strPassword, int nFirst, int n
     --nRemaining;
 }
 
-// In 32 bits on every target, wrapping where a range is too large for them.
+// The arithmetic is of 32 bits on every target, and wraps where a range is too large for them.
 long CSPasswordUtils::GetRandomValue(int nFirst, int nLast)
 {
     const auto nFrom = static_cast<std::uint32_t>(nFirst);

@@ -9,7 +9,7 @@ namespace
 {
 constexpr unsigned long nNoCode = 0;   // what the texts say of a malformed SID
 
-// What the system gives on the way, released in this order.
+// Everything that the system gives on the way, released in this order.
 struct Received
 {
     Received() = default;

@@ -70,7 +70,7 @@ bool CSFolder::CopyFolder(const char* pszSource, const char* pszDestination, std
 
 bool CSFolder::DeleteFolder(const char* pszPath, std::string& strError)
 {
-    // What is in use is told of and passed by.
+    // Tells of a failure. True if the walk may go on: the file or folder is in use.
     const auto canGoOn = [&](const std::string& strText) {
         const DWORD nError = Errors().GetLastError();
         strError = strText + NumberText(nError);

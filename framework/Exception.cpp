@@ -39,7 +39,7 @@ constexpr Row<unsigned long, CFileException::eCause> s_aCauses[] = {
     {ERROR_DISK_FULL, CFileException::diskFull},
 };
 
-// By cause.
+// The words for a cause, in the order of eCause.
 constexpr const char* s_apszWords[] = {
     "",
     "the operation failed",

@@ -1,7 +1,7 @@
 // An HTTP request: a session, a connection to a server, and the file that is its answer.
 //
 // Each belongs to one thread at a time and to whoever asked for it, and ends with its destructor at the latest.
-// Where an operation says that it throws, it throws a CInternetException* with the system's last error.
+// An operation that says that it throws, throws a CInternetException* with the system's last error.
 #pragma once
 
 #include "ZevrinUtils/framework/InternetException.h"
@@ -24,7 +24,7 @@ private:
     HINTERNET m_hInternet;
 };
 
-// What the server sends, read like a file.
+// The server's answer, read like a file.
 class CInternetFile
 {
 public:
@@ -59,7 +59,7 @@ public:
     bool QueryInfo(DWORD nLevel, CString& strValue) const;
     bool QueryInfo(DWORD nLevel, DWORD& nValue) const;
 
-    // Shows the system's dialog for what the answer wants; its result.
+    // Shows the system's dialog for what the answer wants; gives its result.
     DWORD ErrorDlg(HWND hParent, DWORD nError, DWORD nFlags, void** ppData);
 };
 

@@ -45,7 +45,7 @@ const Scheme* FindScheme(std::string_view strName)
     return nullptr;
 }
 
-// An empty one stands for the scheme's.
+// The port of some digits, none of which stand for the scheme's; nothing if they are no port.
 std::optional<INTERNET_PORT> ReadPort(std::string_view strDigits, INTERNET_PORT nOfScheme)
 {
     if (strDigits.empty())
@@ -56,7 +56,7 @@ std::optional<INTERNET_PORT> ReadPort(std::string_view strDigits, INTERNET_PORT 
     return eError == std::errc() && pchRead == pchEnd ? std::optional(nPort) : std::nullopt;
 }
 
-// Where the port's colon stands, past the brackets of an IPv6 address; the length if there is none. A bracket that
+// The place of the port's colon, past the brackets of an IPv6 address; the length if there is none. A bracket that
 // nothing closes guards no colon.
 std::size_t FindPortColon(std::string_view strServer)
 {

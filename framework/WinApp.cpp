@@ -1,4 +1,4 @@
-// What an application does unless it says otherwise, and the frame around it, which ends only an instance that started.
+// An application that does nothing of its own, and the frame around it, which ends only an instance that started.
 #include "framework/WinApp.h"
 
 CWinApp::CWinApp(const char* pszAppName) noexcept : m_pszAppName(pszAppName) {}

@@ -52,7 +52,7 @@ struct SoundRegistry
     std::vector<std::size_t> oPlaces;   // where something is written; elsewhere an edit shows nothing
 };
 
-// Whether listings end, whatever they list.
+// True if the listings end, whatever they list.
 bool End(RegistryStore& oStore)
 {
     for (const char* pszPath : {"", "SOFTWARE", "SOFTWARE\\FIRST", "SOFTWARE\\SECOND"})

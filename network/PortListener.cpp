@@ -1,6 +1,6 @@
 // One thread for each port serves its connections one after the other. A listener's record belongs to its object and
-// its thread, and the last of the two frees it (ListenerShare.h). Hosts know the words that both touch as plain ones,
-// so each access makes them atomic.
+// its thread, and the last of the two frees it (ListenerShare.h). The words that hosts and threads
+// share are plain ones in the exported layout, so Read and Write make each access atomic.
 #include "ZevrinUtils/PortListener.h"
 
 #include "framework/ModuleThread.h"

@@ -9,13 +9,13 @@
 
 struct MemoryCalls
 {
-    // Null if there is no memory. What it gives is freed by free.
+    // Null if there is no memory. The block is freed by free.
     PLATFORM_CALL(malloc);
     // A block of another size with the old one's content; null, with the old block as it was, if there is no memory.
     PLATFORM_CALL(realloc);
 };
 
-// Owns what comes from here, or from an operation that says the same of its result.
+// Owns a block from here, or from an operation whose result is freed by free as well.
 struct FreeMemory
 {
     void operator()(void* pBlock) const noexcept { std::free(pBlock); }
