@@ -27,6 +27,7 @@ void MakeRoom(BYTE*& pBuffer, unsigned int& nCapacity, unsigned long nSize)
         throw std::bad_alloc();
     if (nCapacity >= nSize)
         return;
+    // The old one goes first, since nothing of it is kept, and leaves no trace of itself should new throw.
     delete[] std::exchange(pBuffer, nullptr);
     nCapacity = 0;
     const auto nNew = ((static_cast<unsigned int>(nSize) >> nStorageShift) + 1) << nStorageShift;
@@ -202,7 +203,7 @@ void Base64Coder::_EncodeRaw(TempBucket& oOut, const TempBucket& oIn)
 void Base64Coder::Decode(BYTE* const pBuffer, unsigned long nLength)
 {
     if (!m_Init)
-        _Init();
+        _Init();   // unguarded: hosts let the first Decode end before a second thread starts one
     SetEncodeBuffer(pBuffer, nLength);
 
     unsigned int nIndex = 0;

@@ -57,6 +57,7 @@ constinit const Runs g_oPlainRuns{"plain", EncodePlain, DecodePlain, FilterPlain
 
 const Runs& BestRuns()
 {
+    // Found at the first call, because nothing but the promised objects is built at load.
     static const Runs& s_oBest = VectorRuns().empty() ? g_oPlainRuns : VectorRuns().front();
     return s_oBest;
 }

@@ -13,7 +13,8 @@
 namespace
 {
 // The most severe number that still passes. Kept apart from the rest so that a record that nobody wants
-// costs one comparison; eNothing while there is no sink.
+// costs one comparison; eNothing while there is no sink. Relaxed: a record at the time of a change may go by the old
+// threshold.
 constinit std::atomic<int> s_nPassing{CSTrace::eNothing};
 
 // The choice of the host.
@@ -37,7 +38,7 @@ public:
     void SetSink(std::shared_ptr<Sink> pSink)
     {
         const std::lock_guard oHold(m_oLock);
-        m_pSink.swap(pSink);   // the old one goes once its last record is written
+        m_pSink.swap(pSink);   // the old one goes once its last record is written, and behind the lock
         UpdatePassing();
     }
 

@@ -28,6 +28,7 @@ CSFolder::~CSFolder() = default;
 
 bool CSFolder::CreateFolder(const char* pszPath, std::string& strError)
 {
+    // Tried first and judged then: what a look before had found might have changed by the time of the call.
     if (Files().CreateDirectoryA(pszPath, nullptr))
         return true;
     const DWORD nError = Errors().GetLastError();
@@ -93,6 +94,7 @@ bool CSFolder::DeleteFolder(const char* pszPath, std::string& strError)
                  !canGoOn("Unable to delete file " + oWalk.Path() + ". Error: "))
             return false;
     }
+    // The listing ends before the folder goes, because on Windows its open handle would keep the folder there.
     if (!oWalk.Close() && !canGoOn("Unable to close files handle. Error: "))
         return false;
     return Files().RemoveDirectoryA(pszPath) || canGoOn("Unable to remove folder " + std::string(pszPath) + " Error:");

@@ -84,6 +84,7 @@ bool AfxParseURL(const CString& strUrl, DWORD& nServiceType, CString& strServer,
 
     const std::size_t nObject = std::min(strRest.find_first_of("/\\?#"), strRest.size());
     std::string_view strAuthority = strRest.substr(0, nObject);
+    // The last one, because a name or a password may hold one too, and must not become the server.
     if (const std::size_t nUser = strAuthority.rfind('@'); nUser != std::string_view::npos)
         strAuthority.remove_prefix(nUser + 1);
     const std::size_t nColon = FindPortColon(strAuthority);

@@ -21,6 +21,7 @@ CWnd::~CWnd()
 BOOL CWnd::SubclassWindow(HWND hWnd)
 {
     m_hWnd = hWnd;
+    // The property comes before the procedure and goes after it, so that every message finds its object.
     if (!UserInterface().SetPropA(hWnd, s_szObject, this))
         return FALSE;
     m_pfnBefore = reinterpret_cast<WNDPROC>(

@@ -86,6 +86,7 @@ void CSDNSResolver::Stop()
 {
     TRACE_METHOD("Stop");
     Threads().SetEvent(m_hStopEvent);
+    // The queue's lock is not taken: the thread takes it on its way, and nobody asks any more by now.
     Threads().WaitForSingleObject(m_hThread, INFINITE);   // fails at once where no thread was needed
     if (m_hThread)
     {
@@ -136,6 +137,7 @@ void CSDNSResolver::QueueForResolution(const std::string& strAddress)
         const CSHold oHold(m_oQueueLock);
         if (!m_hThread)
         {
+            // Takes the loader's lock, which comes behind both of ours in the order.
             m_hThread = StartModuleThread(&CSDNSResolver::ResolutionThreadFunc, this);
             if (!m_hThread)
             {

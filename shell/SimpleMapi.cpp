@@ -85,6 +85,7 @@ CSIMapi::CSIMapi()
         m_nLastError = eNoLibrary;
         return;
     }
+    // By way of void*, since compilers warn of a cast from one type of function to another.
     m_lpfnSendMail = reinterpret_cast<LPMAPISENDMAIL>(
         reinterpret_cast<void*>(Modules().GetProcAddress(m_hInstMail, "MAPISendMail")));
     if (!m_lpfnSendMail)
