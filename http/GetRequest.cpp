@@ -1,4 +1,6 @@
-// One request, from a URL to an answer that can be read.
+// One request, from a URL to an answer that can be read. What the first try throws is dropped and never released; in
+// secure mode alone a second one follows it, and what that throws ends the request. One that failed by its status stays
+// open, and the next one forgets it: hosts are told of both (docs/http.md).
 #include "ZevrinUtils/HttpServices.h"
 
 #include "framework/Internet.h"
