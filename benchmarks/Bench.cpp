@@ -1,3 +1,5 @@
+// The main of every benchmark: runs its Measure and prints the table, or tells what failed. With ZEVRIN_BENCH_SHORT set
+// the amounts shrink, for a run that shows only that everything works.
 #include "Bench.h"
 
 #include <cstdlib>

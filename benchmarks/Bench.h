@@ -1,4 +1,4 @@
-// What the benchmarks share. Each of them is a Measure; the main that calls it is here.
+// The common part of the benchmarks. Each of them is a Measure, called by the main in Bench.cpp.
 #pragma once
 
 #include "RatioTable.h"
@@ -10,13 +10,13 @@
 // are not for the benchmark library.
 void Measure(RatioTable& oTable, const std::vector<std::string>& oArguments);
 
-// How much of something to measure: all of it, or a small part in a run that only shows that it works.
+// The amount of something to measure: all of it, or a small part in a run that only shows that it works.
 std::size_t Amount(std::size_t nFull);
 
 // Throws if something has failed.
 void Require(bool bSucceeded, const std::string& strWhat);
 
-// By the shell. Throws if it fails.
+// Runs a command by the shell. Throws if it fails.
 void RunCommand(const std::string& strCommand);
 
 // A folder of this process's own, in that which the first argument names or in that for temporary files; removed with

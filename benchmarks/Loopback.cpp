@@ -1,3 +1,5 @@
+// Plain sockets on both sides, so that the server is all that differs between two measurements: the clients are the
+// same for each, and the bare server reads with a buffer of the listener's size.
 #include "Loopback.h"
 
 #include <atomic>

@@ -1,3 +1,4 @@
+// Medians instead of means, because a round that the machine disturbed must not move the result.
 #include "RatioTable.h"
 
 #include <algorithm>
@@ -14,7 +15,7 @@ double Nanoseconds(const std::function<void()>& action)
     return std::chrono::duration<double, std::nano>(std::chrono::steady_clock::now() - nStart).count();
 }
 
-// Of an even number: half of them went first, half second.
+// The mean of the middle two: the number is even, because half of the times went first and half second.
 double Median(std::vector<double> oTimes)
 {
     std::ranges::sort(oTimes);

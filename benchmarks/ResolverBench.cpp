@@ -1,4 +1,4 @@
-// What an ask of the resolver costs its caller. Run where a name server stays silent about 203.0.x.x.
+// The time that an ask of the resolver costs its caller. Run where a name server stays silent about 203.0.x.x.
 #include "Bench.h"
 
 #include "ZevrinUtils/DNSResolver.h"
@@ -17,7 +17,7 @@ constexpr int nUnknownAsks = 10000;
 constexpr auto nPatience = std::chrono::seconds(30);
 const char szKnown[] = "127.0.0.1";
 
-// What a host would write for itself: one lock, one map, one queue.
+// The resolver that a host would write for itself: one lock, one map, one queue.
 class Peer
 {
 public:

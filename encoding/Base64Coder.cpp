@@ -1,3 +1,6 @@
+// Coding in memory, in two ways with one result: group by group through the virtual steps, which a derived class may
+// have replaced, and in runs (encoding/Runs.h) for objects of the class itself. Sizes, capacities and the zeros behind
+// the result are the same too, because hosts see them.
 #include "ZevrinUtils/Base64Coder.h"
 
 #include "encoding/Base64Table.h"
@@ -24,6 +27,7 @@ void MakeRoom(BYTE*& pBuffer, unsigned int& nCapacity, unsigned long nSize)
         throw std::bad_alloc();
     if (nCapacity >= nSize)
         return;
+    // The old one goes first, since nothing of it is kept, and leaves no trace of itself should new throw.
     delete[] std::exchange(pBuffer, nullptr);
     nCapacity = 0;
     const auto nNew = ((static_cast<unsigned int>(nSize) >> nStorageShift) + 1) << nStorageShift;
@@ -54,7 +58,7 @@ void ClearPadding(Base64Coder::TempBucket& oGroup)
     std::replace(oGroup.m_aData + nKept, std::end(oGroup.m_aData), nPaddingValue, BYTE{0});
 }
 
-// The input must not be the side itself. Where it is, coding goes group by group, which reads the zeros just written.
+// The input must not be the side itself. If it is, coding goes group by group, which reads the zeros just written.
 bool IsWithin(const BYTE* pBuffer, const BYTE* pSide, unsigned int nCapacity)
 {
     return reinterpret_cast<std::uintptr_t>(pBuffer) - reinterpret_cast<std::uintptr_t>(pSide) < nCapacity;
@@ -121,7 +125,7 @@ void Base64Coder::SetEncodeBuffer(BYTE* const pBuffer, unsigned long nLength)
 {
     if (IsOfTheClassItself(*this) && !IsWithin(pBuffer, m_pEncodeBuffer, m_nEncodeCapacity))
     {
-        // As AllocEncode does, but it zeroes only what the filter leaves.
+        // AllocEncode's work, but zeroing only what the filter leaves.
         m_nEncodeSize = 0;
         MakeRoom(m_pEncodeBuffer, m_nEncodeCapacity, nLength);
         m_nEncodeSize = static_cast<unsigned int>(BestRuns().Filter(pBuffer, nLength, m_pEncodeBuffer));
@@ -155,7 +159,7 @@ void Base64Coder::Encode(BYTE* const pBuffer, unsigned long nLength)
     unsigned long nIndex = 0;
     if (IsOfTheClassItself(*this))
     {
-        // As AllocEncode does, but it zeroes only what the run leaves.
+        // AllocEncode's work, but zeroing only what the run leaves.
         MakeRoom(m_pEncodeBuffer, m_nEncodeCapacity, nRoom);
         nIndex = static_cast<unsigned long>(BestRuns().Encode(m_pDecodeBuffer, nLength, m_pEncodeBuffer));
         m_nEncodeSize = static_cast<unsigned int>(nIndex / 3 * 4);
@@ -199,7 +203,7 @@ void Base64Coder::_EncodeRaw(TempBucket& oOut, const TempBucket& oIn)
 void Base64Coder::Decode(BYTE* const pBuffer, unsigned long nLength)
 {
     if (!m_Init)
-        _Init();
+        _Init();   // unguarded: hosts let the first Decode end before a second thread starts one
     SetEncodeBuffer(pBuffer, nLength);
 
     unsigned int nIndex = 0;
@@ -213,7 +217,7 @@ void Base64Coder::Decode(BYTE* const pBuffer, unsigned long nLength)
     const bool bRuns = IsOfTheClassItself(*this) && std::ranges::equal(m_DecodeTable, g_anBase64Values, {}, ToByte);
     if (bRuns)
     {
-        // As AllocDecode does, but it zeroes only what the run leaves.
+        // AllocDecode's work, but zeroing only what the run leaves.
         m_nDecodeSize = 0;
         MakeRoom(m_pDecodeBuffer, m_nDecodeCapacity, nLength);
         decodeRun();

@@ -6,7 +6,7 @@
 inline constexpr char Base64Alphabet[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
 
 inline constexpr unsigned char nPaddingValue = 0xFF;
-inline constexpr unsigned char nOtherValue = 0xFE;   // of which the low six bits count: as those of '+'
+inline constexpr unsigned char nOtherValue = 0xFE;   // its low six bits count, and are those of '+'
 
 // By character: 0 to 63, padding, or other. Texts from channels that set the top bit are read as if it were clear.
 inline constexpr std::array<unsigned char, 256> g_anBase64Values = [] {
@@ -22,8 +22,8 @@ inline constexpr std::array<unsigned char, 256> g_anBase64Values = [] {
     return anValues;
 }();
 
-// What stands between the characters of a text and is skipped: the control characters of lines and pages, and
-// the blank.
+// The characters that are skipped wherever they stand in a text: the control characters of lines and pages, and the
+// blank.
 inline constexpr unsigned char nFirstLineControl = 0x07;
 inline constexpr unsigned char nLastLineControl = 0x0D;
 inline constexpr unsigned char nBlank = 0x20;

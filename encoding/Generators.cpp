@@ -1,3 +1,5 @@
+// First passwords and GUIDs. The divisor that is one too small, passes that overshoot the length and sums that wrap at
+// 32 bits look like slips; hosts rely on each (docs/generators.md).
 #include "ZevrinUtils/Generators.h"
 
 #include "platform/Identifiers.h"
@@ -50,7 +52,7 @@ void CSPasswordUtils::AddRandomValue(std::string& strPassword, int nFirst, int n
     --nRemaining;
 }
 
-// In 32 bits on every target, wrapping where a range is too large for them.
+// The arithmetic is of 32 bits on every target, and wraps where a range is too large for them.
 long CSPasswordUtils::GetRandomValue(int nFirst, int nLast)
 {
     const auto nFrom = static_cast<std::uint32_t>(nFirst);

@@ -1,3 +1,5 @@
+// The runs that any processor can do, which also finish what the vectors leave at the end of a text, and the choice of
+// the fastest runs.
 #include "encoding/Runs.h"
 
 #include "encoding/Base64Table.h"
@@ -55,6 +57,7 @@ constinit const Runs g_oPlainRuns{"plain", EncodePlain, DecodePlain, FilterPlain
 
 const Runs& BestRuns()
 {
+    // Found at the first call, because nothing but the promised objects is built at load.
     static const Runs& s_oBest = VectorRuns().empty() ? g_oPlainRuns : VectorRuns().front();
     return s_oBest;
 }

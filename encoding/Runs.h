@@ -1,5 +1,5 @@
-// Coding many groups at a time, by the same rules as group by group. What a vector of characters cannot tell is
-// left to the caller, one group at a time.
+// Coding many groups at a time, by the same rules as group by group. A group that these cannot code, one that
+// is padded or short, is left to the caller.
 #pragma once
 
 #include <cstddef>
@@ -23,8 +23,8 @@ struct Runs
 
 extern const Runs g_oPlainRuns;
 
-// Those that need vectors and that this machine can do, the fastest first; may be none.
+// The runs in vectors that this machine can do, the fastest first; there may be none.
 std::span<const Runs> VectorRuns();
 
-// The fastest of all.
+// The fastest that this machine can do.
 const Runs& BestRuns();

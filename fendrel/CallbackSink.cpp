@@ -1,3 +1,5 @@
+// A sink of the host's own. No lock is held over its call, because the host may take its own locks there; so it runs in
+// several threads at once.
 #include "fendrel/Sink.h"
 
 namespace

@@ -1,3 +1,5 @@
+// A line for each record, written and flushed under one lock: lines of several threads do not mix, and a program that
+// dies has its last lines in the file.
 #include "fendrel/LineSink.h"
 
 #include <mutex>

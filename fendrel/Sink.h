@@ -1,4 +1,4 @@
-// Where records go.
+// A destination of trace records: the host chooses one, and the service gives it each record that is wanted.
 #pragma once
 
 #include "Fendrel/Trace.h"

@@ -1,3 +1,5 @@
+// The service behind Fendrel/Trace.h. A record that nobody wants costs one comparison and no lock. One that is wanted
+// holds on to its sink while it is written, so that a host may change sinks at any moment.
 #include "Fendrel/Trace.h"
 
 #include "fendrel/Lock.h"
@@ -11,7 +13,8 @@
 namespace
 {
 // The most severe number that still passes. Kept apart from the rest so that a record that nobody wants
-// costs one comparison; eNothing while there is no sink.
+// costs one comparison; eNothing while there is no sink. Relaxed: a record at the time of a change may go by the old
+// threshold.
 constinit std::atomic<int> s_nPassing{CSTrace::eNothing};
 
 // The choice of the host.
@@ -35,7 +38,7 @@ public:
     void SetSink(std::shared_ptr<Sink> pSink)
     {
         const std::lock_guard oHold(m_oLock);
-        m_pSink.swap(pSink);   // the old one goes once its last record is written
+        m_pSink.swap(pSink);   // the old one goes once its last record is written, and behind the lock
         UpdatePassing();
     }
 

@@ -1,3 +1,5 @@
+// One entry of full access, alone in a new list or put into the old one. What the system gives on the way is released
+// on every path. Nothing can be locked between reading a list and writing it: of two writers at once one may be undone.
 #include "ZevrinUtils/FileAccessRights.h"
 
 #include "platform/AccessLists.h"
@@ -7,7 +9,7 @@ namespace
 {
 constexpr unsigned long nNoCode = 0;   // what the texts say of a malformed SID
 
-// What the system gives on the way, released in this order.
+// Everything that the system gives on the way, released in this order.
 struct Received
 {
     Received() = default;

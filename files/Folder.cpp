@@ -1,3 +1,6 @@
+// Trees are walked depth first, each entry named by its whole path. Copying ends at the first failure. Deleting goes on
+// past what is in use (a sharing violation) and keeps the last such text, also when it then succeeds. Listings and
+// sizes pass by what they cannot open.
 #include "ZevrinUtils/Folder.h"
 
 #include "files/Walk.h"
@@ -25,6 +28,7 @@ CSFolder::~CSFolder() = default;
 
 bool CSFolder::CreateFolder(const char* pszPath, std::string& strError)
 {
+    // Tried first and judged then: what a look before had found might have changed by the time of the call.
     if (Files().CreateDirectoryA(pszPath, nullptr))
         return true;
     const DWORD nError = Errors().GetLastError();
@@ -67,7 +71,7 @@ bool CSFolder::CopyFolder(const char* pszSource, const char* pszDestination, std
 
 bool CSFolder::DeleteFolder(const char* pszPath, std::string& strError)
 {
-    // What is in use is told of and passed by.
+    // Tells of a failure. True if the walk may go on: the file or folder is in use.
     const auto canGoOn = [&](const std::string& strText) {
         const DWORD nError = Errors().GetLastError();
         strError = strText + NumberText(nError);
@@ -90,6 +94,7 @@ bool CSFolder::DeleteFolder(const char* pszPath, std::string& strError)
                  !canGoOn("Unable to delete file " + oWalk.Path() + ". Error: "))
             return false;
     }
+    // The listing ends before the folder goes, because on Windows its open handle would keep the folder there.
     if (!oWalk.Close() && !canGoOn("Unable to close files handle. Error: "))
         return false;
     return Files().RemoveDirectoryA(pszPath) || canGoOn("Unable to remove folder " + std::string(pszPath) + " Error:");

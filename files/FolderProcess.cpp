@@ -38,6 +38,7 @@ void CSFolder::CreateProcessAndWait(const char* pszApplication, const char* pszC
     PROCESS_INFORMATION oProcess{};
     if (!Start(pszApplication, pszCommandLine, pszWorkingFolder, oProcess))
         return;
+    // Asked for again and again instead of waited for, because messages are to be dispatched meanwhile.
     DWORD nExitCode = 0;
     do
     {

@@ -1,3 +1,5 @@
+// Splits by lines and knows no SQL. The size of a block, and what is trimmed when, show in the statements, and scripts
+// rely on them: none of it is free to change.
 #include "ZevrinUtils/SQLFileParser.h"
 
 #include "platform/Streams.h"

@@ -1,3 +1,5 @@
+// The library's lock, over the system's. Its copies are made member by member, although that makes no second lock:
+// classes that hold one are exported with their copies.
 #include "ZevrinUtils/CritSection.h"
 
 #include "platform/Threads.h"

@@ -1,3 +1,5 @@
+// The base of the exceptions, and those of files. Delete stands here so that the module that made an exception also
+// frees it.
 #include "ZevrinUtils/framework/Exception.h"
 
 #include "platform/Errors.h"
@@ -37,7 +39,7 @@ constexpr Translation<unsigned long, CFileException::eCause> s_aCauses[] = {
     {ERROR_DISK_FULL, CFileException::diskFull},
 };
 
-// By cause.
+// The words for a cause, in the order of eCause.
 constexpr const char* s_apszWords[] = {
     "",
     "the operation failed",

@@ -1,3 +1,5 @@
+// CFile over the platform's files. The handle is given up before a failure to close is thrown, so that the destructor
+// does not close it a second time.
 #include "framework/File.h"
 
 #include "platform/Errors.h"
@@ -37,7 +39,7 @@ void CFile::Check(bool bSucceeded) const
 {
     if (bSucceeded)
         return;
-    const DWORD nError = Errors().GetLastError();
+    const DWORD nError = Errors().GetLastError();   // asked for first: to make the exception may change it
     auto pError = std::make_unique<CFileException>();
     pError->Set(nError, m_strFileName.c_str());
     throw pError.release();

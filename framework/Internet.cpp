@@ -1,3 +1,5 @@
+// The HTTP objects over the platform's handles. A failure is thrown as a pointer, as hosts catch it, with the last
+// error as it was at once, before anything else could change it.
 #include "framework/Internet.h"
 
 #include "platform/Errors.h"

@@ -1,7 +1,7 @@
 // An HTTP request: a session, a connection to a server, and the file that is its answer.
 //
 // Each belongs to one thread at a time and to whoever asked for it, and ends with its destructor at the latest.
-// Where an operation says that it throws, it throws a CInternetException* with the system's last error.
+// An operation that says that it throws, throws a CInternetException* with the system's last error.
 #pragma once
 
 #include "ZevrinUtils/framework/InternetException.h"
@@ -43,7 +43,7 @@ public:
     bool QueryOption(DWORD nOption, DWORD& nValue) const;
     bool SetOption(DWORD nOption, DWORD nValue);
 
-    // Shows the system's dialog for what the answer wants; its result.
+    // Shows the system's dialog for what the answer wants; gives its result.
     DWORD ErrorDlg(HWND hParent, DWORD nError, DWORD nFlags, void** ppData);
 
     unsigned Read(void* pBuffer, unsigned nCount);   // throws when the answer breaks off

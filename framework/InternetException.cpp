@@ -1,3 +1,5 @@
+// Words for the usual errors of the Internet interface. Any other has one text for all and its number, by which it can
+// be looked up.
 #include "ZevrinUtils/framework/InternetException.h"
 
 #include "platform/Internet.h"

@@ -1,3 +1,4 @@
+// Gathers the pieces of a message and sends them as one record, so that those of several threads do not mix.
 #include "framework/MethodTrace.h"
 
 namespace

@@ -1,3 +1,5 @@
+// The module is found by an address in it, whatever its file is called, and kept before the thread starts: later would
+// be too late if somebody frees it at that moment.
 #include "framework/ModuleThread.h"
 
 #include "platform/Modules.h"

@@ -1,3 +1,5 @@
+// CString over std::string. Counts and positions are ints, as hosts pass them: what lies outside of the text is cut to
+// it. Null counts as empty. Case is that of ASCII letters whatever the locale, but for CollateNoCase.
 #include "ZevrinUtils/framework/String.h"
 
 #include "platform/Text.h"

@@ -1,3 +1,5 @@
+// Exported and out of line, so that the library and the hosts that reach the table of hosts through a derived class run
+// the same code on it.
 #include "ZevrinUtils/framework/StringMap.h"
 
 CMapStringToString::CMapStringToString(int) noexcept {}

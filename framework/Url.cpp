@@ -1,3 +1,5 @@
+// Split here and not by the system, so that a URL means the same on every target. The whole text is judged before any
+// part is given out, so that a refused URL leaves no half of one.
 #include "framework/Url.h"
 
 #include <algorithm>
@@ -43,7 +45,7 @@ const Scheme* FindScheme(std::string_view strName)
     return nullptr;
 }
 
-// An empty one stands for the scheme's.
+// The port of some digits, none of which stand for the scheme's; nothing if they are no port.
 std::optional<INTERNET_PORT> ReadPort(std::string_view strDigits, INTERNET_PORT nOfScheme)
 {
     if (strDigits.empty())
@@ -54,7 +56,7 @@ std::optional<INTERNET_PORT> ReadPort(std::string_view strDigits, INTERNET_PORT 
     return eError == std::errc() && pchRead == pchEnd ? std::optional(nPort) : std::nullopt;
 }
 
-// Where the port's colon stands, past the brackets of an IPv6 address; the length if there is none. A bracket that
+// The place of the port's colon, past the brackets of an IPv6 address; the length if there is none. A bracket that
 // nothing closes guards no colon.
 std::size_t FindPortColon(std::string_view strServer)
 {
@@ -82,6 +84,7 @@ bool AfxParseURL(const CString& strUrl, DWORD& nServiceType, CString& strServer,
 
     const std::size_t nObject = std::min(strRest.find_first_of("/\\?#"), strRest.size());
     std::string_view strAuthority = strRest.substr(0, nObject);
+    // The last one, because a name or a password may hold one too, and must not become the server.
     if (const std::size_t nUser = strAuthority.rfind('@'); nUser != std::string_view::npos)
         strAuthority.remove_prefix(nUser + 1);
     const std::size_t nColon = FindPortColon(strAuthority);

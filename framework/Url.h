@@ -1,4 +1,4 @@
-// Splitting a URL.
+// Splitting a URL, without asking the system.
 #pragma once
 
 #include "ZevrinUtils/framework/String.h"

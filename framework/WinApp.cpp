@@ -1,3 +1,4 @@
+// An application that does nothing of its own, and the frame around it, which ends only an instance that started.
 #include "framework/WinApp.h"
 
 CWinApp::CWinApp(const char* pszAppName) noexcept : m_pszAppName(pszAppName) {}

@@ -1,3 +1,5 @@
+// A window finds its object by a property of its own and not by a table of ours: it goes with the window, and nothing
+// has to be locked.
 #include "ZevrinUtils/framework/Wnd.h"
 
 #include "platform/UserInterface.h"
@@ -19,6 +21,7 @@ CWnd::~CWnd()
 BOOL CWnd::SubclassWindow(HWND hWnd)
 {
     m_hWnd = hWnd;
+    // The property comes before the procedure and goes after it, so that every message finds its object.
     if (!UserInterface().SetPropA(hWnd, s_szObject, this))
         return FALSE;
     m_pfnBefore = reinterpret_cast<WNDPROC>(

@@ -1,3 +1,4 @@
+// Cuts the text at its dots and judges each group by itself, where the library goes once through the characters.
 #include "Rules.h"
 
 #include "ZevrinUtils/IPServices.h"

@@ -1,3 +1,5 @@
+// A plain account of the rules of Base64Coder, group by group, against each way of coding: an object of the class
+// itself, one of a derived class, and each kind of runs. Sizes and the zeros behind the result count too.
 #include "Rules.h"
 
 #include "ZevrinUtils/Base64Coder.h"
@@ -71,7 +73,7 @@ Plain Decoded(const Bytes& oText)
     return oPlain;
 }
 
-// Whether a side holds these bytes, and zeros behind them as far as it was asked for.
+// True if a side holds these bytes, and zeros behind them as far as it was asked for.
 bool Holds(const char* pSide, Bytes oExpected, std::size_t nAsked)
 {
     if (nAsked == 0)
@@ -129,7 +131,7 @@ std::string FaultIn(Base64Coder&& oCoder, Bytes oPlain, const Bytes& oText)
     });
 }
 
-// Whether a text is what so many bytes come out as: of the alphabet, and padded where the last group is short.
+// True if a text has the form of so many bytes' Base64: of the alphabet, and padded where the last group is short.
 bool IsTextOf(std::size_t nPlain, const Bytes& oText)
 {
     const auto pPadding = oText.end() - static_cast<std::ptrdiff_t>((3 - nPlain % 3) % 3);

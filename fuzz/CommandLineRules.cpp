@@ -1,3 +1,5 @@
+// Looks back from each quote to its backslashes, where the library looks ahead from them; and quotes arguments that
+// must come back as they were.
 #include "Rules.h"
 
 #include "platform/linux/processes/CommandLine.h"

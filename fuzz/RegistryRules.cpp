@@ -1,3 +1,5 @@
+// A registry with edited bytes must be refused and left as it is, or work: its listings end, and a value written to it
+// is there when it is opened again.
 #include "Rules.h"
 
 #include "platform/linux/registry/RegistryStore.h"
@@ -50,7 +52,7 @@ struct SoundRegistry
     std::vector<std::size_t> oPlaces;   // where something is written; elsewhere an edit shows nothing
 };
 
-// Whether listings end, whatever they list.
+// True if the listings end, whatever they list.
 bool End(RegistryStore& oStore)
 {
     for (const char* pszPath : {"", "SOFTWARE", "SOFTWARE\\FIRST", "SOFTWARE\\SECOND"})

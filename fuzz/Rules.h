@@ -1,5 +1,5 @@
-// What the library promises, held against whatever bytes it is given. Each function names the fault that its input
-// brings to light, and nothing if there is none.
+// The library's promises, held against whatever bytes it is given. Each function names the fault that its input brings
+// to light, and nothing if there is none.
 #pragma once
 
 #include <cstddef>
@@ -11,10 +11,10 @@ using Rule = std::string(const unsigned char* pInput, std::size_t nSize);
 // this machine can do, against a plain account of the rules.
 Rule FaultInBase64Decoding;
 
-// The same for encoding, whose text has to decode to the bytes again.
+// Encodes bytes in the same three ways; the text has to decode to the bytes again.
 Rule FaultInBase64Encoding;
 
-// Whether a URL splits as its grammar says, and what does not is refused whole.
+// Splits a URL as its grammar says; a text that does not follow it has to be refused whole.
 Rule FaultInUrlSplitting;
 
 // Escapes bytes, and gets them back from behind a question mark.
@@ -23,7 +23,7 @@ Rule FaultInUrlEscaping;
 // Unescapes a text as sscanf would read it.
 Rule FaultInUrlUnescaping;
 
-// Whether a text is taken for an address by its groups, one after the other.
+// Judges a text as an address by its groups, one after the other.
 Rule FaultInAddress;
 
 // Splits a script of SQL as its lines, put together in another way, say.

@@ -1,3 +1,4 @@
+// Splits the script once more, by the standard library's lines, where the library reads blocks.
 #include "Rules.h"
 
 #include "ZevrinUtils/SQLFileParser.h"

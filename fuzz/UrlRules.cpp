@@ -1,3 +1,4 @@
+// URLs by a regular expression, escapes by printf and sscanf: accounts that share no code with the library.
 #include "Rules.h"
 
 #include "ZevrinUtils/HttpServices.h"
@@ -20,7 +21,7 @@ struct Free
 };
 using Owned = std::unique_ptr<char, Free>;
 
-// Of a text without a terminator, as long as it is not empty.
+// Unescapes a text that has no terminator, unless it is empty.
 std::string UnEscaped(const std::string& strText)
 {
     const std::vector<char> oText(strText.begin(), strText.end());

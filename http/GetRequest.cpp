@@ -1,4 +1,6 @@
-// One request, from a URL to an answer that can be read.
+// One request, from a URL to an answer that can be read. What the first try throws is dropped and never released; in
+// secure mode alone a second one follows it, and what that throws ends the request. One that failed by its status stays
+// open, and the next one forgets it: hosts are told of both (docs/http.md).
 #include "ZevrinUtils/HttpServices.h"
 
 #include "framework/Internet.h"
@@ -21,7 +23,7 @@ constexpr DWORD nStatusSystemFailed = 501;
 constexpr DWORD_PTR nContext = 1;
 constexpr int nHttpPrefixLength = 7;   // of "http://", which a location is taken to begin with
 
-// What a request is sent to.
+// The server, and the object on it, that a request is sent to.
 struct Target
 {
     CString strServer;
@@ -115,7 +117,7 @@ bool SendFirst(CHttpFile& oFile, CHTTPRequestObserver* pObserver, bool bSecure)
     return bSecure;
 }
 
-// The whole exchange, with what is tried again.
+// The whole exchange, second tries included; gives the status.
 DWORD Exchange(CHttpFile& oFile, CHTTPRequestObserver* pObserver, bool bSecure)
 {
     if (SendFirst(oFile, pObserver, bSecure))
@@ -131,7 +133,7 @@ DWORD Exchange(CHttpFile& oFile, CHTTPRequestObserver* pObserver, bool bSecure)
     return StatusOf(oFile);
 }
 
-// What stands ahead of the first "/" of a location whose scheme is taken to be http; the scheme is not looked at.
+// The part of a location up to its first "/" behind the scheme, which is taken to be http and not looked at.
 CString HostOfLocation(const CString& strLocation)
 {
     const CString strRest = strLocation.Mid(nHttpPrefixLength);
@@ -179,7 +181,7 @@ unsigned long CHttpServices::MakeGetRequest(const CString& sURL, CString* psErro
     }
 }
 
-// A 307 is none.
+// A 307 does not count.
 int CHttpServices::bIsRedirection(unsigned long nStatus)
 {
     return nStatus >= 301 && nStatus <= 303;

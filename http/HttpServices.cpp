@@ -59,7 +59,7 @@ void CHttpServices::MakeUniqueHttpRequest(CString& sURL)
     sURL += CString("IECacheTime=" + std::to_string(System().time(nullptr)));
 }
 
-// Set from another thread while a retrieval looks at it between two blocks.
+// Set from another thread while a retrieval looks at it between two blocks; relaxed, since nothing goes with it.
 void CHttpServices::Abort(int bValue)
 {
     std::atomic_ref<int>(m_bAbort).store(bValue, std::memory_order_relaxed);
@@ -72,6 +72,7 @@ int CHttpServices::IsAbort()
 
 void CHttpServices::CloseGetRequest(int bClose)
 {
+    // The last made goes first: each was made from the one before it.
     CloseAndDelete(m_pFile, bClose);
     CloseAndDelete(m_pConnection, bClose);
     CloseAndDelete(m_pSession, bClose);

@@ -15,7 +15,7 @@ namespace
 {
 constexpr unsigned nBlockSize = 1024;   // observer and abort flag are consulted at this grain
 
-// What the answer's header says, or else what the file says.
+// The length that the answer's header tells, or else the one that the file tells.
 unsigned long ContentLength(const CHttpFile& oFile)
 {
     auto nLength = static_cast<DWORD>(oFile.GetLength());

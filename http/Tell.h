@@ -1,4 +1,4 @@
-// Where failure text goes.
+// Telling the host why an operation failed.
 #pragma once
 
 #include "ZevrinUtils/framework/String.h"

@@ -1,3 +1,5 @@
+// Server and port, as requests and the table of hosts name them. A server is cut at its first colon, so an IPv6 address
+// in brackets never works; hosts are told so.
 #include "http/UrlParts.h"
 
 #include "ZevrinUtils/HttpServices.h"

@@ -1,4 +1,4 @@
-// What a URL names.
+// The host and the port that a URL names, for requests and for the table of hosts.
 #pragma once
 
 #include "ZevrinUtils/framework/String.h"

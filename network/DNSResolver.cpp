@@ -1,3 +1,6 @@
+// One thread looks the addresses up. A caller holds the results' lock and takes the queue's inside it; the thread takes
+// each alone, and none over a lookup, for which callers would then wait. The stop event ends it between two lookups;
+// the queue's event is set and cleared under the queue's lock.
 #include "ZevrinUtils/DNSResolver.h"
 
 #include "framework/Hold.h"
@@ -83,6 +86,7 @@ void CSDNSResolver::Stop()
 {
     TRACE_METHOD("Stop");
     Threads().SetEvent(m_hStopEvent);
+    // The queue's lock is not taken: the thread takes it on its way, and nobody asks any more by now.
     Threads().WaitForSingleObject(m_hThread, INFINITE);   // fails at once where no thread was needed
     if (m_hThread)
     {
@@ -133,6 +137,7 @@ void CSDNSResolver::QueueForResolution(const std::string& strAddress)
         const CSHold oHold(m_oQueueLock);
         if (!m_hThread)
         {
+            // Takes the loader's lock, which comes behind both of ours in the order.
             m_hThread = StartModuleThread(&CSDNSResolver::ResolutionThreadFunc, this);
             if (!m_hThread)
             {

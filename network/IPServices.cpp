@@ -1,3 +1,5 @@
+// Tests on texts. An address is this machine's if an adapter has it letter for letter: no number is compared, no name
+// looked up.
 #include "ZevrinUtils/IPServices.h"
 
 #include "ZevrinUtils/framework/String.h"
@@ -32,6 +34,7 @@ AdapterList ReadAdapters()
     if (!pAdapters)
         return nullptr;
     std::memset(static_cast<void*>(pAdapters.get()), 0, nSize);
+    // An adapter that has come since the size was told makes the buffer too small: then this is a failure too.
     return Adapters().GetAdaptersInfo(pAdapters.get(), &nSize) == ERROR_SUCCESS ? std::move(pAdapters) : nullptr;
 }
 

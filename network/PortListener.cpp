@@ -1,3 +1,6 @@
+// One thread for each port serves its connections one after the other. A listener's record belongs to its object and
+// its thread, and the last of the two frees it (ListenerShare.h). The words that hosts and threads
+// share are plain ones in the exported layout, so Read and Write make each access atomic.
 #include "ZevrinUtils/PortListener.h"
 
 #include "framework/ModuleThread.h"
@@ -119,6 +122,7 @@ int CSPortListener::Start(unsigned short nPort, ListenerHandler pfnHandler)
         pRecord->m_pfnHandler = pfnHandler;
         const auto pfnThread = [](void* pShare) WINAPI -> DWORD {
             auto* const pOwn = static_cast<ListenerShare*>(pShare);
+            // ListenerThreadFunc is exported and knows the plain record alone.
             t_pShare = pOwn;
             const DWORD nExitCode = ListenerThreadFunc(static_cast<CSListenerRecord*>(pOwn));
             pOwn->LetGo(ListenerShare::eThread);
@@ -168,6 +172,7 @@ int CSPortListener::StopListener(int nIndex)
     auto* const pRecord = static_cast<ListenerShare*>(m_oListeners[static_cast<std::size_t>(nIndex)]);
 
     Sockets().closesocket(pRecord->m_hSocket);   // wakes a thread in accept
+    // A thread that reads the number before this line calls accept on a closed socket, which ends it as well.
     Write(pRecord->m_hSocket, static_cast<unsigned int>(INVALID_SOCKET));
 
     int nResult = 1;
@@ -176,7 +181,7 @@ int CSPortListener::StopListener(int nIndex)
         nResult = 0;
         if (Threads().TerminateThread(pRecord->m_hThread, 0) &&
             Threads().WaitForSingleObject(pRecord->m_hThread, nForceMilliseconds) == WAIT_OBJECT_0)
-            pRecord->LetGo(ListenerShare::eThread);
+            pRecord->LetGo(ListenerShare::eThread);   // in its place, which it can no longer do
     }
     else
     {

@@ -1,3 +1,5 @@
+// The host may turn the header on or off while a reply is made. So the question about it is put twice: the buffer is
+// made by the first answer, and anew if the second one needs more.
 #include "network/Reply.h"
 
 #include "network/ReplyHeader.h"

@@ -1,4 +1,4 @@
-// What goes back to the client of a port listener.
+// Sending a reply to the client of a port listener.
 #pragma once
 
 #include "platform/Sockets.h"

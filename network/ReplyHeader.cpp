@@ -1,3 +1,5 @@
+// The header byte for byte as clients know it. Its length is measured once, at load (module/LoadTimeObjects.cpp), with
+// the placeholder still in it.
 #include "network/ReplyHeader.h"
 
 #include <cstring>

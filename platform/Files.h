@@ -3,8 +3,8 @@
 // Paths are bytes; on Linux a backslash in them separates as a slash does. A file without any write
 // permission bit is read-only there, whoever asks. Sharing is kept with flock, and so between processes.
 //
-// What fails says why: a missing file is error 2, a missing folder on the way 3, a read-only file to be
-// changed 5, a file that another has open and does not share 32.
+// A failure leaves one of these errors, among others: 2 for a missing file, 3 for a missing folder on the way, 5 for a
+// read-only file to be changed, 32 for a file that another has open and does not share.
 #pragma once
 
 #include "platform/Service.h"

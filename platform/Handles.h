@@ -1,4 +1,4 @@
-// Handles, whatever they stand for.
+// Giving up handles, whatever they stand for.
 #pragma once
 
 #include "platform/Service.h"

@@ -1,4 +1,4 @@
-// Memory that is handed out as C does, where its want is an answer and no exception.
+// Memory as C hands it out: where there is none the answer is null, and no exception.
 #pragma once
 
 #include "platform/Service.h"
@@ -7,7 +7,7 @@
 
 struct MemoryCalls
 {
-    // Null if there is no memory. What it gives is freed by free; Malloced of util/Owned.h does that.
+    // Null if there is no memory. The block is freed by free, as Malloced of util/Owned.h does.
     PLATFORM_CALL(malloc);
     // A block of another size with the old one's content; null, with the old block as it was, if there is no memory.
     PLATFORM_CALL(realloc);

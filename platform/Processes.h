@@ -12,7 +12,7 @@ struct ProcessCalls
     PLATFORM_CALL(CreateProcessA);
     // The exit code of a process; STILL_ACTIVE while it runs.
     PLATFORM_CALL(GetExitCodeProcess);
-    // Lets the time pass.
+    // Blocks the calling thread for a time, in milliseconds.
     PLATFORM_CALL(Sleep);
 
     // Takes the calling thread's next message, if there is one. Linux has no such messages.

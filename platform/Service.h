@@ -1,4 +1,4 @@
-// What all platform services have in common.
+// The rules and the table in force that all platform services have in common.
 //
 // A service is a struct of function pointers: the operations that the library asks of the system for
 // one purpose, under the system's own names and signatures. Its default-made table is the native one.
@@ -12,8 +12,8 @@
 // - On Linux an operation behaves as its Windows namesake does for the arguments that the library
 //   passes, its results and error numbers included. Arguments that the library never passes fail
 //   with ERROR_NOT_SUPPORTED instead of being half obeyed.
-// - No operation throws: memory that runs out is a failure like any other. What a hook of the host throws is the
-// host's.
+// - No operation throws: memory that runs out is a failure like any other. Only an exception that a hook of the host
+//   throws passes through.
 // - An operation that fails sets the last error of the calling thread. One that succeeds may leave it
 //   as it was.
 // - Replace a table before the thread that uses it starts, restore it after that thread has ended.

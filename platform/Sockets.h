@@ -25,7 +25,7 @@ struct SocketCalls
     PLATFORM_CALL(recv);
     // Sends; a peer that is gone is a failure and nothing more.
     PLATFORM_CALL(send);
-    // Closes. What was sent is still delivered, unless bytes that nobody read make it a reset.
+    // Closes. Bytes that were sent are still delivered, unless others that nobody read turn the close into a reset.
     PLATFORM_CALL(closesocket);
 
     // Dotted text to a four-byte address in network order; INADDR_NONE for text that is no address.

@@ -6,7 +6,7 @@
 
 struct StreamCalls
 {
-    // Null if the file cannot be opened. "r" is text on Windows: a Ctrl-Z ends it, and CR LF reads as LF.
+    // Opens a file; null if that fails. "r" is text on Windows: a Ctrl-Z ends it, and CR LF reads as LF.
     PLATFORM_CALL(fopen);
     // The count of whole items read; 0 at the end and after a failure.
     PLATFORM_CALL(fread);

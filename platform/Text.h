@@ -1,4 +1,4 @@
-// What the system knows about text.
+// Text as the system compares and converts it.
 #pragma once
 
 #include "platform/Service.h"

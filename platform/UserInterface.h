@@ -17,7 +17,7 @@ struct UserInterfaceCalls
     PLATFORM_CALL(SetWindowLongPtrA);
     // Calls a procedure that was replaced.
     PLATFORM_CALL(CallWindowProcA);
-    // What a window does by default.
+    // Does with a message what a window does by default.
     PLATFORM_CALL(DefWindowProcA);
 
     // Keeps a value with a window, under a name: non-zero on success.
@@ -27,7 +27,7 @@ struct UserInterfaceCalls
     // Takes the value away and gives it.
     PLATFORM_CALL(RemovePropA);
 
-    // Shows a text and waits until the user has read it: the button; 0 where no window can be shown.
+    // Shows a text and waits until the user has read it. Gives the button; 0 where no window can be shown.
     PLATFORM_CALL(MessageBoxA);
 };
 

@@ -1,3 +1,6 @@
+// The browser is the shell's; here it learns to begin in a folder, to take typed paths and to remember. It becomes this
+// object's window with its first message, because nobody knows its window before. Flags differ by entry point, and item
+// lists stay unfreed, as hosts know it (docs/folder-dialog.md).
 #include "ZevrinUtils/FolderDialog.h"
 
 #include "platform/Files.h"

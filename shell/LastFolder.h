@@ -1,4 +1,4 @@
-// The folder that was picked last.
+// The folder that was picked last: one for all folder dialogs, so that the next one can begin there.
 #pragma once
 
 #include "ZevrinUtils/framework/String.h"

@@ -1,3 +1,5 @@
+// One message, gathered in the records of Simple MAPI so that they can be handed over as they are: texts are borrowed,
+// arrays are C's. The loaded library is one for all objects of the process, unguarded.
 #include "ZevrinUtils/SimpleMapi.h"
 
 #include "framework/StringTable.h"
@@ -83,6 +85,7 @@ CSIMapi::CSIMapi()
         m_nLastError = eNoLibrary;
         return;
     }
+    // By way of void*, since compilers warn of a cast from one type of function to another.
     m_lpfnSendMail = reinterpret_cast<LPMAPISENDMAIL>(
         reinterpret_cast<void*>(Modules().GetProcAddress(m_hInstMail, "MAPISendMail")));
     if (!m_lpfnSendMail)

@@ -1,3 +1,5 @@
+// A thin layer over the registry. Each oddity stays, because hosts rely on it: reads create keys, a listing leaves its
+// key open, a refused value is not told.
 #include "ZevrinUtils/ConfigParams.h"
 
 #include "platform/Registry.h"
@@ -25,8 +27,8 @@ bool ReadValue(HKEY hKey, const char* pszName, void* pBuffer, DWORD nSize)
            ERROR_SUCCESS;
 }
 
-// A read from a key that is opened for it. Whether the open worked is read from the handle, not from its code: one
-// that is null was not opened. The listings look at the code.
+// A read from a key that is opened for it. The handle, and not the code, tells if that worked: one that is null was not
+// opened. The listings look at the code.
 template <class Read>
 bool ReadByPath(CConfigParamsBase& oParams, const char* pszPath, Read read)
 {

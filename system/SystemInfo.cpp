@@ -1,3 +1,5 @@
+// Small questions to the system. How the free part of a disk is computed, and how long an answer is kept, stays as it
+// is to the last bit: hosts know both.
 #include "ZevrinUtils/SystemInfo.h"
 
 #include "ZevrinUtils/framework/String.h"
@@ -40,7 +42,7 @@ CSystemInfo::~CSystemInfo() = default;
 bool CSystemInfo::GetFreeDiskSpacePercent(double& dPercent, unsigned long& ulMegabytes)
 {
     const std::int32_t tNow = Now();
-    const CSHold oHold(m_oDiskLock);   // also while the system is asked
+    const CSHold oHold(m_oDiskLock);   // also while the system is asked, so that others wait for that answer
     // Signed, so that a clock that is set back keeps the answer until it has caught up.
     if (m_tLastDiskCheck != 0 && SecondsBetween(m_tLastDiskCheck, tNow) < nKeptSeconds)
     {

@@ -101,7 +101,7 @@ need_windows_build() {
     need_packages "g++-mingw-w64-$processor-posix"
 }
 
-# What the tests use beside the compiler.
+# The programs that the tests use beside the compiler.
 need_test_parts() {
     need_packages acl curl dnsmasq-base fonts-dejavu-core iproute2 libgtk-3-dev nginx-light openssl python3 squid util-linux \
         xdotool xvfb
@@ -124,19 +124,20 @@ write_32_bit_program() {
     mv "$program.new" "$program"
 }
 
-# Whether this machine runs 32-bit programs by itself, which it takes a millisecond to see.
+# Succeeds if this machine runs 32-bit programs by itself, which takes a millisecond to see.
 runs_32_bit() {
     local status=0
     "$cache_dir/exit-42" 2>/dev/null || status=$?
     [ "$status" = 42 ]
 }
 
-# Whether 32-bit programs go through our emulator.
+# Succeeds if 32-bit programs go through our emulator.
 is_emulated() {
     [ -n "${ZEVRIN_EMULATE:-}" ] || ! runs_32_bit
 }
 
-# Where the programs of x86 or x64 have what Windows keeps of a machine. Emulated ones have services of their own.
+# The folder in which the programs of x86 or x64 have what Windows keeps of a machine. Emulated ones have one of their
+# own, because their services are others.
 wine_prefix() {
     local prefix=$project_root/build/wine-$1
     [ "$1" = x64 ] || ! is_emulated || prefix+=-emulated

@@ -1,6 +1,7 @@
+// For processors other than x86, for whose vectors nothing is written yet: the plain runs of encoding/Runs.cpp do it
+// all.
 #include "encoding/Runs.h"
 
-// Nothing is written for the vectors of this processor yet.
 std::span<const Runs> VectorRuns()
 {
     return {};

@@ -1,5 +1,5 @@
-// In vectors of x86 processors. Which of them this one has is asked at run time: the library itself is built
-// for any.
+// Runs in the vectors of x86 processors. The processor is asked at run time which of them it has, because the library
+// itself is built for any.
 #include "encoding/Runs.h"
 
 #include "encoding/Base64Table.h"
@@ -41,7 +41,7 @@ constexpr std::size_t nPlain = 48;
 constexpr std::uint64_t nPlainMask = (std::uint64_t{1} << nPlain) - 1;
 
 constexpr auto s_anSpread = MakeBytes<64>(&Spread);
-// How far each value of two groups is to be shifted down.
+// The bits by which each value of two groups is to be shifted down.
 constexpr auto s_anShift = MakeBytes<64>([](unsigned n) { return std::array{10, 4, 22, 16, 42, 36, 54, 48}[n % 8]; });
 // The three bytes of each 32-bit number, highest first.
 constexpr auto s_anPack = MakeBytes<64>([](unsigned n) { return n < nPlain ? n / 3 * 4 + 2 - n % 3 : 0; });
@@ -108,7 +108,7 @@ constexpr std::array<unsigned char, 32> MakeHalves(Make make)
 
 constexpr auto s_anSpread = MakeHalves(&Spread);
 constexpr auto s_anPack = MakeHalves([](unsigned n) { return n < 12 ? n / 3 * 4 + 2 - n % 3 : 0x80; });
-// What makes a value a character: of small letters, ten digits, '+', '/', and capitals.
+// The number that makes a value a character, by range: small letters, ten digits, '+', '/', capitals.
 constexpr auto s_anAdded = MakeHalves([](unsigned n) {
     return n == 0 ? 'a' - 26 : n <= 10 ? '0' - 52 : n == 11 ? '+' - 62 : n == 12 ? '/' - 63 : 'A';
 });
@@ -118,7 +118,7 @@ FOR_AVX2 __m256i Load(const unsigned char* p)
     return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p));
 }
 
-// Of 24 bytes, 12 in each half.
+// Loads 24 bytes, 12 into each half.
 FOR_AVX2 __m256i LoadPlain(const unsigned char* p)
 {
     const auto* const pLow = reinterpret_cast<const __m128i*>(p);
@@ -160,7 +160,8 @@ FOR_AVX2 std::size_t Encode(const unsigned char* pPlain, std::size_t nSize, unsi
     return nDone + g_oPlainRuns.Encode(pPlain + nDone, nSize - nDone, pText);
 }
 
-// Where the characters are one of so many from the first on: their values, which start at another number.
+// Gives the characters of a range (so many from the first on) their values, which start at a number of their own;
+// leaves the other values as they are.
 FOR_AVX2 __m256i TakeRange(__m256i vValues, __m256i vText, char chFirst, unsigned char nCount, char nFirstValue)
 {
     const __m256i vPlaces = _mm256_sub_epi8(vText, _mm256_set1_epi8(chFirst));

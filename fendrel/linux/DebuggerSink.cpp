@@ -1,6 +1,6 @@
+// No sink: a debugger on Linux has no channel for a program's texts.
 #include "fendrel/Sink.h"
 
-// A debugger on Linux has no channel for a program's texts.
 std::shared_ptr<Sink> MakeDebuggerSink()
 {
     return nullptr;

@@ -1,3 +1,4 @@
+// Lines to the debugger that is attached, through the system's channel for its texts.
 #include "fendrel/LineSink.h"
 
 #include <spdlog/sinks/msvc_sink.h>

@@ -23,13 +23,13 @@
 class FENDREL_API CSTrace
 {
 public:
-    /// How much a record matters, and how much of them passes.
+    /// The weight of a record, and the threshold up to which records pass.
     enum eTraceSeverity
     {
         eNothing = 0,       ///< as a threshold only: no record passes
         eError = 1,         ///< something is not done
         eWarning = 2,       ///< something has no result
-        eInformation = 3,   ///< what has come out
+        eInformation = 3,   ///< something has come out
         eDebug = 4          ///< also every entry to and exit from a traced method
     };
 
@@ -75,10 +75,10 @@ public:
     /// made; false if that fails.
     bool TraceToFile(const char* pszPath) noexcept;
 
-    /// To an attached debugger. False on a platform without such a channel (Linux).
+    /// A line for each record, to an attached debugger. False on a platform without such a channel (Linux).
     bool TraceToDebugger() noexcept;
 
-    /// False for a null callback, or when memory runs out.
+    /// A call of the host's for each record. False for a null callback, or when memory runs out.
     bool TraceToCallback(Callback pCallback, void* pContext) noexcept;
 
 private:

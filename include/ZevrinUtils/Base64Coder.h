@@ -89,7 +89,7 @@ public:
 
     /// Prepares the text side: room for so many bytes, all of it zero, and its size 0. Zero bytes need no storage.
     virtual void AllocEncode(unsigned long nSize);
-    virtual void AllocDecode(unsigned long nSize);   ///< the same for the plain side
+    virtual void AllocDecode(unsigned long nSize);   ///< prepares the plain side likewise
 
     /// Loads the text side with what the filter lets pass of so many characters.
     virtual void SetEncodeBuffer(BYTE* const pBuffer, unsigned long nLength);

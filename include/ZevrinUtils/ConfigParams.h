@@ -28,7 +28,7 @@ public:
     CConfigParamsBase& operator=(const CConfigParamsBase& oOther);   ///< copies nothing
     virtual ~CConfigParamsBase();
 
-    /// Whether the key can be opened for reading. Never creates one.
+    /// True if the key can be opened for reading. Never creates one.
     bool IsRegistryKeyExists(HKEY hRoot, const char* pszPath);
 
     /// Opens an existing key with all access.
@@ -39,10 +39,10 @@ public:
     /// @return 0 (ERROR_SUCCESS) or the Win32 error number
     long OpenRegistryKey(HKEY hRoot, const char* pszPath, HKEY& hKey);
 
-    /// As OpenRegistryKey, but creates the key if it is not there. Whether it was cannot be told. The handle is not
-    /// set after a failure here either.
+    /// Opens a key like OpenRegistryKey, but creates it if it is not there; the caller does not learn if it was. The
+    /// handle is not set after a failure here either.
     long OpenRegistry(HKEY hRoot, const char* pszPath, HKEY& hKey);
-    /// The same under HKEY_LOCAL_MACHINE.
+    /// Likewise, under HKEY_LOCAL_MACHINE.
     long OpenRegistry(const char* pszPath, HKEY& hKey);
 
     /// Gives the key back. The variable keeps its value, which stands for nothing any more.
@@ -64,23 +64,23 @@ public:
     ///
     /// @return false if there is no such value or it is longer; the text then means nothing
     bool getRegString(HKEY& hKey, const char* pszName, std::string& strValue);
-    /// By path; a key that cannot be opened gives false and an empty text.
+    /// Reads it by path; a key that cannot be opened gives false and an empty text.
     bool getRegString(const char* pszPath, const char* pszName, std::string& strValue);
 
     /// Reads a value of up to four bytes and of any type into a number of 32 bits.
     ///
     /// @return false if there is no such value or it is longer; the number then stays
     bool getRegDWORD(HKEY& hKey, const char* pszName, unsigned long& nValue);
-    /// By path; a key that cannot be opened gives false.
+    /// Reads it by path; a key that cannot be opened gives false.
     bool getRegDWORD(const char* pszPath, const char* pszName, unsigned long& nValue);
 
-    /// Writes a text, which must not be null, with its terminator (REG_SZ). Whether it was refused is not told.
+    /// Writes a text, which must not be null, with its terminator (REG_SZ). A refusal is not reported.
     void setRegString(HKEY& hKey, const char* pszName, const char* pszValue);
-    /// By path: true if the key could be opened, even when the value is refused. An exception on the way, and a text
-    /// that is null, give false and leave the key open.
+    /// Writes it by path: true if the key could be opened, even when the value is refused. An exception on the way, and
+    /// a text that is null, give false and leave the key open.
     bool setRegString(const char* pszPath, const char* pszName, const char* pszValue);
 
-    /// Writes the number's low 32 bits (REG_DWORD). Whether it was refused is not told. A name has at most 267 bytes.
+    /// Writes the number's low 32 bits (REG_DWORD). A refusal is not reported. A name has at most 267 bytes.
     void setRegDWORD(HKEY& hKey, const char* pszName, unsigned long nValue);
 
     /// Adds the names of the key's subkeys behind what the list holds, in the registry's order. A name of more than

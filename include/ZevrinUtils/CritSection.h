@@ -5,7 +5,7 @@
 #include "ZevrinUtils/Export.h"
 #include "ZevrinUtils/Types.h"
 
-/// What can be locked. It has no virtual destructor: never delete a lock through this class.
+/// Anything that can be locked. It has no virtual destructor: never delete a lock through this class.
 class ZEVRINUTILS_API CSLockable
 {
 public:

@@ -30,7 +30,7 @@ public:
 /// nothing else is said. Entries come in the order of the file system. At the root of a Windows volume the first of
 /// them is left out by every operation here.
 ///
-/// Of listings and sizes, a path that cannot be opened adds nothing, and nothing is reported.
+/// To listings and sizes a path that cannot be opened adds nothing, and nothing is reported.
 ///
 /// On Linux a link to a folder counts as a file wherever a tree is walked: nothing goes through it, and what is
 /// deleted is the link. A link that is given as the path of the tree itself is followed.
@@ -89,11 +89,11 @@ public:
     /// folder, signed and rounded towards zero once for each folder, and the result.
     static void GetFolderSize(const char* pszPath, long& nKilobytes);
 
-    /// Whether a file can be opened for reading while others read; not so for a folder.
+    /// True if a file can be opened for reading while others read; false for a folder.
     static bool IsFileExists(const char* pszFileName);
 
     /// The path with a backslash behind it, unless it ends in one. An empty one gives a backslash.
     static std::string AddBackslash(const char* pszPath);
-    static std::string AddBackslash(const std::string& strPath);   ///< the same
-    static CString AddBackslash(const CString& strPath);           ///< the same
+    static std::string AddBackslash(const std::string& strPath);   ///< likewise
+    static CString AddBackslash(const CString& strPath);           ///< likewise
 };

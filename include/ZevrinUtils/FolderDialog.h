@@ -34,13 +34,14 @@ public:
     explicit CFolderDialog(CWnd* pParent);
     ~CFolderDialog() override;
 
-    /// Browses the file system, with an edit box whose text is checked. The chosen item, null if the user canceled.
+    /// Browses the file system, with an edit box whose text is checked. Gives the chosen item, null if
+    /// the user canceled.
     const ITEMIDLIST* BrowseForFolder(const char* pszTitle);
 
-    /// The same below a folder; the edit box is not checked.
+    /// Browses below a folder, in the same way but that the edit box is not checked.
     const ITEMIDLIST* BrowseForFolder(const char* pszTitle, const CString& strRootPath);
 
-    /// Browses as the caller likes. The chosen item, null if the user canceled.
+    /// Browses as the caller likes. Gives the chosen item, null if the user canceled.
     ///
     /// @param pszTitle  text above the tree
     /// @param nFlags    BIF_ flags of the shell
@@ -53,14 +54,14 @@ public:
     CString GetFolder();
     CString GetFolder(const CString& strTitle);   ///< the same in the new dialog
 
-    /// The same, beginning in a folder.
+    /// Like GetFolder with a title, but begins in a folder.
     ///
     /// @param strTitle        text above the tree
     /// @param strStartFolder  selected at first, by this and all later browses of the object
     CString GetFolder(const CString& strTitle, const CString& strStartFolder);
 
-    /// The same, but a typed path counts too if there is a file or folder of that name. The answer is remembered for
-    /// the rest of the process.
+    /// Like GetFolder with a title, but a typed path counts too if there is a file or folder of that name. The answer
+    /// is remembered for the rest of the process.
     ///
     /// @param strTitle        text above the tree
     /// @param bUseLastFolder  true: what was remembered is selected at first
@@ -79,7 +80,7 @@ public:
     static void FreePIDL(const ITEMIDLIST* pItem);
 
 protected:
-    /// What the shell calls; the object is in nData.
+    /// The function that the shell calls; nData is the object.
     static int CALLBACK CallbackProc(HWND hWindow, UINT nMessage, LPARAM nValue, LPARAM nData);
 
     /// A message of the browser: passes it to the hook for it. The value is a `long` but where that is too narrow for a

@@ -24,7 +24,8 @@ public:
     /// where a draw that hits a character already there is left out. False for a length of 0, which does nothing
     /// at all; otherwise true, also for a negative length, which appends nothing.
     ///
-    /// What strPassword held stays in front; its characters are not drawn again and do not count for the length.
+    /// The text already in strPassword stays in front; its characters are not drawn again and do not count for the
+    /// length.
     ///
     /// @warning Nothing is checked against what is left to draw: the call never returns if more characters are
     /// wanted than there are. There are 62 letters and digits, and three characters ('[', '{' and ':') that come

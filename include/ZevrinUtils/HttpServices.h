@@ -13,7 +13,7 @@ class CHttpConnection;
 class CHttpFile;
 class CInternetSession;
 
-/// What a host hears of a retrieval. All operations run on the thread that called the retrieval. The client
+/// Through this a host hears of a retrieval. All operations run on the thread that called the retrieval. The client
 /// keeps the observer until its next retrieval or its end, so it must live that long.
 class ZEVRINUTILS_API CHTTPRequestObserver
 {
@@ -64,7 +64,7 @@ protected:
 class ZEVRINUTILS_API CHttpServices
 {
 public:
-    /// How a retrieval ended.
+    /// The end of a retrieval.
     enum eHttpReqRTC
     {
         eHttpReqOK = 0,        ///< the whole answer went to the output
@@ -115,13 +115,13 @@ public:
                              CHTTPRequestObserver* pObserver, int bCheckRunning, int bUniqueRequest, CString* psError,
                              int bUseHostCache);
 
-    /// The same into a string, which receives what arrived whatever the result, zero bytes included; it stays
+    /// Copies the answer into a string, which receives what arrived whatever the result, zero bytes included; it stays
     /// as it was when an exception passes. Each call leaves the memory that it gathered the answer in behind.
     eHttpReqRTC eGetURLFile(const CString& sURL, CString& sContent, CString& sNewHost, CHTTPRequestObserver* pObserver,
                             int bCheckRunning, int bUniqueRequest, CString* psError, int bUseHostCache);
 
-    /// The same into a file, which is created or overwritten once the server has answered. Knows no observer, no
-    /// Abort and no probe for another host. Non-zero on success. A failure of the request leaves the file alone.
+    /// Copies the answer into a file, which is created or overwritten once the server has answered. Knows no observer,
+    /// no Abort and no probe for another host. Non-zero on success. A failure of the request leaves the file alone.
     ///
     /// @throws CInternetException*, CFileException*  the answer broke off, or a block could not be written. The
     ///         catcher calls Delete; the file keeps what was written.
@@ -170,8 +170,8 @@ protected:
 
     int bIsRedirection(unsigned long nStatus);   ///< non-zero for 301, 302 and 303
 
-    /// What stands behind "Location: " in the answer's headers, its carriage return included; all headers if
-    /// there is none. Only while a request is open.
+    /// The text behind "Location: " in the answer's headers, its carriage return included; all headers if there is
+    /// none. Only while a request is open.
     CString sGetRedirectionNewLocation();
 
     CString sGetHost(const CString& sURL);          ///< empty if the URL does not split

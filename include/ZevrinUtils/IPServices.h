@@ -10,11 +10,11 @@ class ZEVRINUTILS_API CSIPServices
 public:
     CSIPServices& operator=(const CSIPServices& oOther);   ///< copies nothing
 
-    /// Whether a text has the form of an address: numbers from 0 to 255 with dots between. How many they are is not
-    /// looked at, leading zeros are allowed, null is no address.
+    /// True if a text has the form of an address: numbers from 0 to 255 with dots between. They are not counted,
+    /// leading zeros are allowed, null is no address.
     static bool IsValidIP(const char* pszText);
 
-    /// Whether an address is one of this machine's.
+    /// Tells if an address is one of this machine's.
     ///
     /// @param pszText   compared as a text with those of the adapters, of which the loopback is none; not checked
     /// @param bIsLocal  the answer; false if there is none

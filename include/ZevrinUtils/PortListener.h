@@ -39,7 +39,7 @@ public:
     /// The buffer, for writing; null if there is none. It stays the object's.
     virtual char* GetBuffer() { return m_pszBuffer; }
 
-    /// The same buffer, for reading.
+    /// The buffer, for reading; null if there is none.
     virtual const char* GetString() { return m_pszBuffer; }
 
     /// Gives up the buffer, which the caller frees with delete[]. Not for a reply: the listener wants one.
@@ -120,7 +120,7 @@ public:
     /// and the thread ends when the handler or the peer lets it. Either way the port can be opened again.
     int Stop(unsigned short nPort);
 
-    /// The same for all listeners.
+    /// Closes all listeners in the same way.
     int Stop();
 
     /// Non-zero: replies get a fixed HTTP/1.0 header. At first they go out bare.
@@ -137,8 +137,8 @@ protected:
     /// no such index.
     int StopListener(int nIndex);
 
-    /// Serves a port until its socket is closed; what the thread of a CSListenerRecord runs. 0 if it was idle then, 1
-    /// if it came back from a connection.
+    /// Serves a port until its socket is closed, on the thread of a CSListenerRecord. 0 if it was idle then, 1 if it
+    /// came back from a connection.
     static DWORD WINAPI ListenerThreadFunc(void* pRecord);
 
     /// Receives one request: 1, or 0 if there is no memory for the read buffer.

@@ -54,7 +54,7 @@ public:
 
     /// Adds a main recipient: 1, or 0 if memory is short, and then those before are lost.
     int To(const char* pszName);
-    int Cc(const char* pszName);   ///< the same for a copy recipient
+    int Cc(const char* pszName);   ///< adds a copy recipient likewise
 
     /// Adds an attachment: 1, or 0 if memory is short, and then those before are lost.
     ///

@@ -25,7 +25,7 @@ public:
 
     virtual ~CSystemInfo();
 
-    /// How much of the disk is free to the caller, quotas included. The answer of one call serves all within the
+    /// The part of the disk that is free to the caller, quotas included. The answer of one call serves all within the
     /// next ten seconds, also for another directory and while the clock is set back.
     ///
     /// @param dPercent     0.0 to 100.0
@@ -43,7 +43,7 @@ public:
     /// signed, if it has none.
     static void GetFormatedMessageForWin32ErrCode(unsigned long ulErrorCode, std::string& sText);
 
-    /// Whether "vdmanager.exe" stands anywhere in the command line of the process, in any case (ASCII).
+    /// True if "vdmanager.exe" stands anywhere in the command line of the process, in any case (ASCII).
     static bool IsExecutionInsideVDManager();
 
 private:

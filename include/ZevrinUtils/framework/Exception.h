@@ -13,7 +13,7 @@
 
 #include <string>
 
-/// What they have in common.
+/// The common base of the exceptions.
 class ZEVRINUTILS_API CException
 {
 public:
@@ -31,7 +31,7 @@ public:
 protected:
     CException() = default;
 
-    /// What GetErrorMessage does once the text is there.
+    /// The work of GetErrorMessage once the text is there.
     static int CopyMessage(const std::string& strMessage, char* pszText, unsigned nMaxLength);
 };
 

@@ -16,7 +16,7 @@ public:
     CInterfacePtr(const CInterfacePtr&) = delete;
     CInterfacePtr& operator=(const CInterfacePtr&) = delete;
 
-    /// For a call that gives a reference. Only while there is none.
+    /// The place for a call that gives a reference. Only while there is none.
     Interface** operator&() noexcept { return &m_pInterface; }
 
     Interface* operator->() const noexcept { return m_pInterface; }               ///< only while there is one

@@ -4,14 +4,14 @@
 
 #include "ZevrinUtils/framework/Exception.h"
 
-/// What the system's Internet interface gives as an error.
+/// An error of the system's Internet interface.
 class ZEVRINUTILS_API CInternetException : public CException
 {
 public:
     explicit CInternetException(unsigned long nError);   ///< the system's error
     ~CInternetException() override;
 
-    /// What went wrong, in words, and the error's number.
+    /// The failure in words, and the error's number.
     int GetErrorMessage(char* pszText, unsigned nMaxLength) const override;
 
     DWORD m_dwError;   ///< the system's: 12000 to 12175 are those of its Internet interface

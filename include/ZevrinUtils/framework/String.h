@@ -52,9 +52,9 @@ public:
 
     /// Less than, equal to or greater than zero, by the bytes.
     int Compare(const char* pszOther) const noexcept;
-    int CompareNoCase(const char* pszOther) const noexcept;   ///< the same, without case in ASCII letters
+    int CompareNoCase(const char* pszOther) const noexcept;   ///< likewise, without case in ASCII letters
 
-    /// The same, without case in any script, as the user's language compares.
+    /// Likewise, without case in any script, as the user's language compares.
     int CollateNoCase(const char* pszOther) const;
 
     /// Replaces every occurrence of a text, of those that overlap the first; gives their count. An empty text
@@ -63,7 +63,7 @@ public:
 
     /// Index of the first occurrence from a place on; -1 if there is none.
     int Find(char chWanted, int nStart = 0) const noexcept;
-    int Find(const char* pszWanted, int nStart = 0) const noexcept;   ///< the same of a text
+    int Find(const char* pszWanted, int nStart = 0) const noexcept;   ///< likewise, for a text
     int ReverseFind(char chWanted) const noexcept;                    ///< index of the last occurrence, or -1
 
     /// So many bytes of the beginning; here and below, what lies outside of the text is left out.
@@ -97,7 +97,7 @@ private:
     std::string m_strText;
 };
 
-/// The one behind the other.
+/// The left text with the right one behind it.
 /// @{
 ZEVRINUTILS_API CString operator+(const CString& strLeft, const CString& strRight);
 ZEVRINUTILS_API CString operator+(const CString& strLeft, const char* pszRight);

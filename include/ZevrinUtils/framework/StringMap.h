@@ -19,7 +19,7 @@ public:
     CMapStringToString(const CMapStringToString&) = delete;
     CMapStringToString& operator=(const CMapStringToString&) = delete;
 
-    int GetCount() const noexcept { return static_cast<int>(m_oEntries.size()); }   ///< of the entries
+    int GetCount() const noexcept { return static_cast<int>(m_oEntries.size()); }   ///< the number of entries
     bool IsEmpty() const noexcept { return m_oEntries.empty(); }                    ///< whether it has none
 
     /// True, with the value in the out-parameter, if there is an entry; the out-parameter is left alone
