@@ -27,6 +27,8 @@ WITHOUT_ROOMS = ("tests/", "benchmarks/", "fuzz/")  # which talk to the system t
 PLATFORM_CONDITION = re.compile(r"^\s*#\s*(el)?if.*(WIN32|__linux__|__unix__|__MINGW)")
 INCLUDE = re.compile(r'^\s*#\s*include\s*(["<])([^">]+)[">]')
 NOTE = re.compile(r"\b(TODO|FIXME|XXX|HACK)\b")
+ARCHITECTURE = "docs/ARCHITECTURE.md"
+GLOBAL_STATE = "docs/global-state.md"
 MOST_LINES = 400
 MOST_SOURCES = 15
 
@@ -150,6 +152,45 @@ def check_rooms():
             yield f"{name}: in a folder whose build file does not say what it is for"
 
 
+def check_opening(name):
+    if not re.match(r"//", text_of(name)):
+        yield f"{name}: does not open with what it is for"
+
+
+# A variable that outlives a call: by its prefix, or a member of a class. Texts and tables that never change are none.
+LASTING = re.compile(r"\b([gst]_[a-z]+[A-Z]\w*)\b")
+CLASS_WIDE = re.compile(r"^\s*static (?!const)[^()\n]*\b(m_\w+)[;[ ]", re.M)
+CONSTANT = re.compile(r"\bconstexpr\b|const char\* const")
+
+
+def check_global_state():
+    page = text_of(GLOBAL_STATE)
+    sources = [name for name in files("*.cpp", "*.h") if not name.startswith((*WITHOUT_ROOMS, "hosts/"))]
+    lines = {name: [line.split("//")[0] for line in text_of(name).splitlines()] for name in sources}
+    constant = {
+        found for name in sources for line in lines[name] if CONSTANT.search(line) for found in LASTING.findall(line)
+    }
+    for name in sources:
+        lasting = set(LASTING.findall("\n".join(lines[name]))) | set(CLASS_WIDE.findall(text_of(name)))
+        for found in sorted(lasting - constant):
+            if f"{found}`" not in page:
+                yield f"{name}: {found} is missing in {GLOBAL_STATE}"
+    for found in sorted(set(re.findall(r"`(?:\w+::)?([gstm]_\w+)`", page))):
+        if not any(found in text_of(name) for name in files("*.cpp", "*.h")):
+            yield f"{GLOBAL_STATE}: there is no {found} any more"
+
+
+def check_architecture():
+    page = text_of(ARCHITECTURE)
+    for room in rooms():
+        if f"{room}/" not in page and f"`{room.removeprefix('platform/linux/')}/`" not in page:
+            yield f"{ARCHITECTURE}: says nothing of {room}/"
+    for header in files("platform/*.h"):
+        service = PurePosixPath(header).name
+        if re.search(r"^\s*PLATFORM_CALL\(", text_of(header), re.M) and f"| `{service}`" not in page:
+            yield f"{ARCHITECTURE}: has no row for the service of {header}"
+
+
 def platform_calls():
     for header in files("platform/*.h"):
         yield from re.findall(r"^\s*PLATFORM_CALL\((\w+)\)", text_of(header), re.M)
@@ -159,8 +200,8 @@ def main():
     # A platform call by its bare name; through a table it stands behind a dot. Behind a type it is declared: a
     # class may have an operation of that name.
     direct_call = re.compile(rf"(?<![\w.:>\"])(?<!void )(::)?\b({'|'.join(sorted(platform_calls()))})\(")
-    faults = list(check_rooms())
-    faults += [fault for name in files("*.cpp", "*.h") for fault in check_file(name, direct_call)]
+    faults = [*check_rooms(), *check_architecture(), *check_global_state()]
+    faults += [fault for name in files("*.cpp", "*.h") for fault in (*check_file(name, direct_call), *check_opening(name))]
     print("\n".join(faults) if faults else "the house is in order")
     return 1 if faults else 0
 
