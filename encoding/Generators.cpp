@@ -5,9 +5,9 @@
 #include "platform/Identifiers.h"
 #include "platform/Random.h"
 #include "platform/System.h"
+#include "util/Owned.h"
 
 #include <cstdint>
-#include <memory>
 
 namespace
 {
@@ -20,6 +20,11 @@ struct Range
     char chLast;
 };
 constexpr Range s_aoClasses[] = {{'A', 'Z'}, {'a', 'z'}, {'0', '9'}};
+
+void FreeText(RPC_CSTR pszText)
+{
+    Identifiers().RpcStringFreeA(&pszText);
+}
 }
 
 CSPasswordUtils::CSPasswordUtils() = default;
@@ -76,7 +81,6 @@ std::string CSGuid::CreateGUID()
     RPC_CSTR pszText = nullptr;
     if (Identifiers().UuidToStringA(&oId, &pszText) == RPC_S_OUT_OF_MEMORY || !pszText)
         return {};
-    const auto release = [](RPC_CSTR* ppszText) { Identifiers().RpcStringFreeA(ppszText); };
-    const std::unique_ptr<RPC_CSTR, decltype(release)> oOwner(&pszText, release);
+    const Owned<unsigned char, FreeText> pOwned(pszText);
     return reinterpret_cast<const char*>(pszText);
 }

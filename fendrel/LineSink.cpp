@@ -2,6 +2,8 @@
 // dies has its last lines in the file.
 #include "fendrel/LineSink.h"
 
+#include "util/Translation.h"
+
 #include <mutex>
 
 #include <spdlog/sinks/basic_file_sink.h>
@@ -9,16 +11,11 @@
 
 namespace
 {
-spdlog::level::level_enum LevelOf(CSTrace::eTraceSeverity eSeverity) noexcept
-{
-    switch (eSeverity)
-    {
-    case CSTrace::eDebug: return spdlog::level::debug;
-    case CSTrace::eInformation: return spdlog::level::info;
-    case CSTrace::eWarning: return spdlog::level::warn;
-    default: return spdlog::level::err;
-    }
-}
+constexpr Translation<int, spdlog::level::level_enum> s_aLevels[] = {
+    {CSTrace::eDebug, spdlog::level::debug},
+    {CSTrace::eInformation, spdlog::level::info},
+    {CSTrace::eWarning, spdlog::level::warn},
+};
 
 // Texts hold what hosts were asked, untested: a line feed in it must not begin a line of the log.
 std::string OnOneLine(const char* pszText)
@@ -45,7 +42,7 @@ void LineSink::Write(const CSTrace::Record& oRecord)
     spdlog::memory_buf_t oLine;
     fmt::format_to(std::back_inserter(oLine), "[{}] {} ({}:{}) {}", oRecord.pszClass, oRecord.pszMethod,
                    oRecord.pszFile, oRecord.nLine, OnOneLine(oRecord.pszText));
-    const spdlog::details::log_msg oMessage("", LevelOf(oRecord.eSeverity),
+    const spdlog::details::log_msg oMessage("", Translate(s_aLevels, oRecord.eSeverity, spdlog::level::err),
                                             spdlog::string_view_t(oLine.data(), oLine.size()));
     const std::lock_guard oHold(m_oLock);
     m_pWriter->log(oMessage);

@@ -3,7 +3,7 @@
 // which they are built and, reversed, destroyed.
 #include "ZevrinUtils/HttpServices.h"
 #include "module/UtilsApp.h"
-#include "network/ReplyHeader.h"
+#include "network/Reply.h"
 #include "shell/LastFolder.h"
 
 // In this order. Nothing else may be built at load: no thread, no socket, no registry key.

@@ -2,7 +2,6 @@
 // arrays are C's. The loaded library is one for all objects of the process, unguarded.
 #include "ZevrinUtils/SimpleMapi.h"
 
-#include "framework/StringTable.h"
 #include "platform/Memory.h"
 #include "platform/Modules.h"
 #include "platform/Profile.h"
@@ -14,6 +13,10 @@
 namespace
 {
 constexpr char s_szLibrary[] = "MAPI32.DLL";
+
+// The framework's own texts, which have the numbers 61840 and 61841 among its resources.
+constexpr char s_szLoadFailed[] = "The mail system of this machine could not be loaded.";
+constexpr char s_szEntryMissing[] = "The mail system of this machine is not valid: it cannot send a message.";
 
 enum eMailError : unsigned
 {
@@ -81,7 +84,7 @@ CSIMapi::CSIMapi()
         m_hInstMail = Modules().LoadLibraryA(s_szLibrary);
     if (!m_hInstMail)
     {
-        m_strLastError = szMailLoadFailed;
+        m_strLastError = s_szLoadFailed;
         m_nLastError = eNoLibrary;
         return;
     }
@@ -90,7 +93,7 @@ CSIMapi::CSIMapi()
         reinterpret_cast<void*>(Modules().GetProcAddress(m_hInstMail, "MAPISendMail")));
     if (!m_lpfnSendMail)
     {
-        m_strLastError = szMailEntryMissing;
+        m_strLastError = s_szEntryMissing;
         m_nLastError = eNoEntry;
     }
 }

@@ -5,9 +5,9 @@
 #include "ZevrinUtils/framework/String.h"
 #include "framework/Hold.h"
 #include "platform/System.h"
+#include "util/Owned.h"
 
 #include <cstdint>
-#include <memory>
 
 namespace
 {
@@ -26,6 +26,11 @@ std::int32_t Now()
 std::int32_t SecondsBetween(std::int32_t tFrom, std::int32_t tTo)
 {
     return static_cast<std::int32_t>(static_cast<std::uint32_t>(tTo) - static_cast<std::uint32_t>(tFrom));
+}
+
+void FreeText(char* pszText)
+{
+    System().LocalFree(pszText);
 }
 
 double Scaled(const ULARGE_INTEGER& nBytes)
@@ -87,8 +92,7 @@ void CSystemInfo::GetFormatedMessageForWin32ErrCode(unsigned long ulErrorCode, s
     if (System().FormatMessageA(nMessageFlags, nullptr, static_cast<DWORD>(ulErrorCode), nUsersLanguage,
                                 reinterpret_cast<char*>(&pszText), 0, nullptr))
     {
-        const auto release = [](char* psz) { System().LocalFree(psz); };
-        const std::unique_ptr<char, decltype(release)> pText(pszText, release);
+        const Owned<char, FreeText> pText(pszText);
         sText = pszText;
     }
     else

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "platform/linux/desktop/DesktopCalls.h"
+#include "util/Owned.h"
 
-#include <memory>
 #include <string>
 
 #include <gtk/gtk.h>
@@ -11,7 +11,7 @@
 // GTK takes nothing but UTF-8; what is none is shown with marks in its place.
 inline std::string Shown(const char* pszText)
 {
-    const std::unique_ptr<char, decltype(&g_free)> pszValid(g_utf8_make_valid(pszText, -1), &g_free);
+    const Owned<char, g_free> pszValid(g_utf8_make_valid(pszText, -1));
     return pszValid.get();
 }
 

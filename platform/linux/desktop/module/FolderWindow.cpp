@@ -105,7 +105,7 @@ void DesktopBrowser::Cancel()
 void DesktopBrowser::OnCursor(GtkTreeView*, gpointer pThis)
 {
     auto& oThis = *static_cast<DesktopBrowser*>(pThis);
-    const std::unique_ptr<GdkEvent, decltype(&gdk_event_free)> pEvent(gtk_get_current_event(), &gdk_event_free);
+    const Owned<GdkEvent, gdk_event_free> pEvent(gtk_get_current_event());
     const bool bClicked = pEvent && (pEvent->type == GDK_BUTTON_PRESS || pEvent->type == GDK_BUTTON_RELEASE);
     const auto oSelected = oThis.m_oTree.Selected();
     if (bClicked && oSelected && oThis.IsTyped())
