@@ -45,13 +45,18 @@ public:
         m_nErrno = errno;
     }
 
-    void Next(WIN32_FIND_DATAA& oFound)
+    // False when there are no more, to which every listing comes: that is no failure.
+    bool Next(WIN32_FIND_DATAA& oFound)
     {
         if (m_nDots < std::size(s_apszDots))
             return Give(s_apszDots[m_nDots++], 0, oFound);
-        Require(m_nNext < m_oEntries.size(), m_nErrno ? ErrorOfErrno(m_nErrno) : ERROR_NO_MORE_FILES);
-        const Entry& oEntry = m_oEntries[m_nNext++];
-        Give(oEntry.strName, oEntry.nSize, oFound);
+        if (m_nNext < m_oEntries.size())
+        {
+            const Entry& oEntry = m_oEntries[m_nNext++];
+            return Give(oEntry.strName, oEntry.nSize, oFound);
+        }
+        Require(m_nErrno == 0, ErrorOfErrno(m_nErrno));
+        return false;
     }
 
 private:
@@ -61,11 +66,12 @@ private:
         std::uint64_t nSize;
     };
 
-    static void Give(std::string_view strName, std::uint64_t nSize, WIN32_FIND_DATAA& oFound)
+    static bool Give(std::string_view strName, std::uint64_t nSize, WIN32_FIND_DATAA& oFound)
     {
         oFound.nFileSizeHigh = static_cast<DWORD>(nSize >> 32);
         oFound.nFileSizeLow = static_cast<DWORD>(nSize);
         CopyCut(strName, oFound.cFileName, MAX_PATH);
+        return true;
     }
 
     // Nothing but a file has one.
@@ -113,7 +119,10 @@ HANDLE win32::FindFirstFileA(LPCSTR pszPattern, LPWIN32_FIND_DATAA pFound)
 
 BOOL win32::FindNextFileA(HANDLE hFind, LPWIN32_FIND_DATAA pFound)
 {
-    return Succeeds([&] { ObjectOf<Listing>(hFind)->Next(*pFound); });
+    bool bMore = false;
+    if (Succeeds([&] { bMore = ObjectOf<Listing>(hFind)->Next(*pFound); }) && !bMore)
+        SetLastError(ERROR_NO_MORE_FILES);
+    return bMore;
 }
 
 BOOL win32::FindClose(HANDLE hFind)
