@@ -3,7 +3,7 @@
 
 #include "platform/Service.h"
 #include "win32/CLibrary.h"
-#include "win32/System.h"
+#include "win32/Kernel.h"
 
 struct SystemCalls
 {

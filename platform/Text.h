@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/Service.h"
-#include "win32/System.h"
+#include "win32/Kernel.h"
 
 struct TextCalls
 {

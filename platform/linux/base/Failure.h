@@ -2,7 +2,7 @@
 // Windows tells it, which is the work of the templates at the end. No call lets anything else through.
 #pragma once
 
-#include "win32/System.h"
+#include "win32/Kernel.h"
 
 #include <new>
 

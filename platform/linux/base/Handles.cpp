@@ -2,7 +2,7 @@
 #include "Handles.h"
 
 #include "util/Immortal.h"
-#include "win32/System.h"
+#include "win32/Kernel.h"
 
 #include <cstdint>
 #include <map>

@@ -8,7 +8,7 @@
 #include "platform/linux/base/Paths.h"
 #include "platform/linux/base/Unicode.h"
 #include "util/OrEmpty.h"
-#include "win32/System.h"
+#include "win32/Kernel.h"
 
 #include <exception>
 

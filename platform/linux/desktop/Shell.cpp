@@ -5,7 +5,7 @@
 #include "platform/linux/base/Buffers.h"
 #include "platform/linux/base/Paths.h"
 #include "platform/linux/base/Unicode.h"
-#include "win32/System.h"
+#include "win32/Kernel.h"
 
 #include <cstdlib>
 

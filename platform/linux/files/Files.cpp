@@ -1,5 +1,5 @@
 // Files behind handles: what is opened, read, written and measured.
-#include "win32/System.h"
+#include "win32/Kernel.h"
 
 #include "OpenFile.h"
 #include "platform/linux/base/Handles.h"

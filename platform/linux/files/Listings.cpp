@@ -3,7 +3,7 @@
 #include "platform/linux/base/Handles.h"
 #include "platform/linux/base/Paths.h"
 #include "util/Owned.h"
-#include "win32/System.h"
+#include "win32/Kernel.h"
 
 #include <cerrno>
 #include <cstdint>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/linux/base/Descriptor.h"
-#include "win32/System.h"
+#include "win32/Kernel.h"
 
 #include <sys/stat.h>
 

@@ -6,7 +6,7 @@
 #include "platform/linux/base/Handles.h"
 #include "util/Owned.h"
 #include "win32/Internet.h"
-#include "win32/System.h"
+#include "win32/Kernel.h"
 
 #include <chrono>
 #include <memory>

@@ -1,5 +1,5 @@
 // Modules are the dynamic loader's, but for the one that stands for the mail system.
-#include "win32/System.h"
+#include "win32/Kernel.h"
 
 #include "platform/linux/base/Failure.h"
 #include "platform/linux/mail/MailModule.h"

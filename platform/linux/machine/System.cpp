@@ -1,5 +1,5 @@
 // Disks, error texts and the command line: what Linux tells of itself and of a process, in the forms of Windows.
-#include "win32/System.h"
+#include "win32/Kernel.h"
 
 #include "platform/linux/base/Paths.h"
 #include "platform/linux/processes/CommandLine.h"

@@ -1,5 +1,5 @@
 // Comparing and widening of text, for the arguments that callers pass: whole texts, in the user's language.
-#include "win32/System.h"
+#include "win32/Kernel.h"
 
 #include "platform/linux/base/Failure.h"
 #include "platform/linux/base/Unicode.h"

@@ -4,7 +4,7 @@
 
 #include "Mail.h"
 #include "platform/linux/base/Failure.h"
-#include "win32/System.h"
+#include "win32/Kernel.h"
 
 #include <atomic>
 #include <cstring>

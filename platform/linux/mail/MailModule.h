@@ -2,7 +2,7 @@
 // sends mail.
 #pragma once
 
-#include "win32/System.h"
+#include "win32/Kernel.h"
 
 bool IsMailModule(LPCSTR pszName);
 bool IsMailModule(HMODULE hModule);

@@ -1,6 +1,6 @@
 // Processes behind handles, which whoever started them asks for their ends. There are no messages to dispatch
 // meanwhile.
-#include "win32/System.h"
+#include "win32/Kernel.h"
 
 #include "CommandLine.h"
 #include "Spawn.h"

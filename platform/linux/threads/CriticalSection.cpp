@@ -1,5 +1,5 @@
 // The locks of hosts, as recursive mutexes of the C library in place: plain data that hosts copy word for word.
-#include "win32/System.h"
+#include "win32/Kernel.h"
 
 void win32::InitializeCriticalSection(LPCRITICAL_SECTION pSection)
 {

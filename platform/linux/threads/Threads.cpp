@@ -1,7 +1,7 @@
 // Threads of the library, detached: who has the handle can wait for one and ask how it ended, and may close the handle
 // before. What belongs to each thread stands here too, the starts of COM.
 #include "Waits.h"
-#include "win32/System.h"
+#include "win32/Kernel.h"
 
 #include <atomic>
 #include <csignal>

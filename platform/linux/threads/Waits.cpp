@@ -2,7 +2,7 @@
 #include "Waits.h"
 
 #include "util/Immortal.h"
-#include "win32/System.h"
+#include "win32/Kernel.h"
 
 #include <algorithm>
 #include <chrono>

@@ -1,7 +1,7 @@
 // The calls give their error number as the result.
 #pragma once
 
-#include "win32/System.h"
+#include "win32/Kernel.h"
 
 using LPBYTE = BYTE*;
 using REGSAM = DWORD;
