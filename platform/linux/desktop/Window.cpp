@@ -44,7 +44,8 @@ HWND OpenWindow(std::shared_ptr<Window> pWindow)
 
 void ForgetWindow(HWND hWindow) noexcept
 {
-    Succeeds([&] { TakeObjectOf<Window>(hWindow); });
+    if (const auto pWindow = FindObjectOf<Window>(hWindow))
+        ForgetHandle(hWindow, *pWindow);
 }
 
 void CloseWindow(HWND hWindow)
