@@ -103,7 +103,11 @@ private:
     static void Selected(void* pThis, const char* pszPath)
     {
         auto& oThis = *static_cast<Browse*>(pThis);
-        oThis.Guarded([&] { oThis.Tell(BFFM_SELCHANGED, reinterpret_cast<LPARAM>(ItemsOf(pszPath).get())); });
+        oThis.Guarded([&] {
+            Malloced<ITEMIDLIST> pItems;
+            if (ErrorOf([&] { pItems = ItemsOf(pszPath); }) == ERROR_SUCCESS)
+                oThis.Tell(BFFM_SELCHANGED, reinterpret_cast<LPARAM>(pItems.get()));
+        });
     }
     static int Refused(void* pThis, const char* pszTyped)
     {
