@@ -1,0 +1,28 @@
+// The contract of the last error, the same on every target.
+#include "platform/Errors.h"
+
+#include <atomic>
+#include <thread>
+
+#include <gtest/gtest.h>
+
+TEST(LastError, BelongsToItsThread)
+{
+    for (const DWORD nError : {DWORD{ERROR_NO_MORE_ITEMS}, ~DWORD{0}, DWORD{ERROR_SUCCESS}, DWORD{ERROR_BADDB}})
+    {
+        Errors().SetLastError(nError);
+        EXPECT_EQ(Errors().GetLastError(), nError);
+    }
+    std::atomic<bool> bDone = false;
+    std::thread oOther([&] {
+        EXPECT_NE(Errors().GetLastError(), DWORD{ERROR_BADDB});
+        Errors().SetLastError(ERROR_DISK_FULL);
+        EXPECT_EQ(Errors().GetLastError(), DWORD{ERROR_DISK_FULL});
+        bDone = true;
+    });
+    Errors().SetLastError(ERROR_BADDB);
+    while (!bDone)   // by no call that could set an error of its own
+        continue;
+    EXPECT_EQ(Errors().GetLastError(), DWORD{ERROR_BADDB});
+    oOther.join();
+}

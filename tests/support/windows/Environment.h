@@ -1,0 +1,11 @@
+// What a test takes out of its own environment.
+#pragma once
+
+#include "ZevrinUtils/Types.h"
+
+inline constexpr bool bShowsNothingWithoutDisplay = false;   // a window that nobody sees waits for its user
+
+inline void Unset(const char* pszName)
+{
+    SetEnvironmentVariableA(pszName, nullptr);
+}
