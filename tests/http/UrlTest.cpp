@@ -1,3 +1,4 @@
+// URLs are split, escaped and unescaped, and hosts cached, by the documented rules and for any bytes.
 #include "FakeInternet.h"
 
 #include "framework/Url.h"

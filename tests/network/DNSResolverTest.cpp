@@ -1,3 +1,4 @@
+// The resolver answers at once, looks up in order on one thread, and stops with it.
 #include "ResolverFixture.h"
 
 #include <map>

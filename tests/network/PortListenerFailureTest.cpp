@@ -1,4 +1,4 @@
-// What the listener makes of platform calls that fail, and of reads as they can come.
+// The listener leaves nothing behind when platform calls fail, and takes reads as they come.
 #include "ListenerFixture.h"
 
 #include "network/Reply.h"

@@ -1,4 +1,4 @@
-// Whether a call of the platform has succeeded, as its error: 0 or the last one.
+// The error of a call of the platform: 0 if it has succeeded, otherwise the last one.
 #pragma once
 
 #include "platform/Errors.h"

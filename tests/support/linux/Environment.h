@@ -1,4 +1,4 @@
-// What a test takes out of its own environment.
+// Changes of the environment for a test alone.
 #pragma once
 
 #include <cstdlib>
