@@ -4,14 +4,12 @@
 #include "platform/Memory.h"
 #include "platform/Sockets.h"
 
-#include <cstring>
 #include <string>
 
 #include <gtest/gtest.h>
 
 TEST(Adapters, FillABufferOfTheSizeThatTheyTellAndLeaveTheLoopbackOut)
 {
-    EXPECT_EQ(Adapters().GetAdaptersInfo(nullptr, nullptr), DWORD{ERROR_INVALID_PARAMETER});
     ULONG nSize = 0;
     const ULONG nError = Adapters().GetAdaptersInfo(nullptr, &nSize);
     if (nError == ERROR_NO_DATA)
@@ -21,7 +19,6 @@ TEST(Adapters, FillABufferOfTheSizeThatTheyTellAndLeaveTheLoopbackOut)
     ULONG nLess = nSize - 1;
     EXPECT_EQ(Adapters().GetAdaptersInfo(pFirst.get(), &nLess), ULONG{ERROR_BUFFER_OVERFLOW});
     EXPECT_EQ(nLess, nSize);
-    std::memset(static_cast<void*>(pFirst.get()), '#', nSize);
     ASSERT_EQ(Adapters().GetAdaptersInfo(pFirst.get(), &nSize), ULONG{ERROR_SUCCESS});
     for (const auto* pAdapter = pFirst.get(); pAdapter; pAdapter = pAdapter->Next)
         for (const auto* pAddress = &pAdapter->IpAddressList; pAddress; pAddress = pAddress->Next)

@@ -1,10 +1,21 @@
 // The contract of C's memory, the same on every target.
 #include "platform/Memory.h"
+#include "ZevrinUtils/Export.h"
 
 #include <cstring>
-#include <utility>
 
 #include <gtest/gtest.h>
+
+// Sanitizers would end what asks for more than there is. NOLINTBEGIN(bugprone-reserved-identifier)
+extern "C" ZEVRINUTILS_API const char* __asan_default_options()
+{
+    return "allocator_may_return_null=1";
+}
+extern "C" ZEVRINUTILS_API const char* __tsan_default_options()
+{
+    return __asan_default_options();
+}
+// NOLINTEND(bugprone-reserved-identifier)
 
 TEST(Memory, GrowsWithItsContentAndIsNullWhereThereIsNone)
 {

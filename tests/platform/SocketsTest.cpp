@@ -97,21 +97,18 @@ TEST_F(ListeningSockets, ReceiveUntilThePeerHasClosedOrBrokenOff)
     {
         auto pClient = std::make_unique<Client>(m_nPort);
         const SOCKET hConnection = Sockets().accept(hListening, nullptr, nullptr);
-        ASSERT_NE(hConnection, INVALID_SOCKET);
-        pClient->Send("bytes");
-        std::string strRead;
-        char achRead[4] = "###";
-        while (strRead.size() < 5)
-            strRead.append(achRead, static_cast<unsigned>(Sockets().recv(hConnection, achRead, 2, 0)));
-        EXPECT_EQ(strRead, "bytes");
+        char achRead[] = "###";
+        pClient->Send("byte");
+        for (int nRead = 0; nRead < 4;)
+            nRead += Sockets().recv(hConnection, achRead, 1 + nRead % 2, 0);
         EXPECT_EQ(achRead[2], '#');
         if (bReset)
             pClient->Reset();
         pClient.reset();
-        EXPECT_EQ(Sockets().recv(hConnection, achRead, 2, 0), bReset && !UnderWine() ? SOCKET_ERROR : 0);
+        EXPECT_EQ(Sockets().recv(hConnection, achRead, 2, 0),
+                  bReset && !UnderWine() ? SOCKET_ERROR : 0);   // there an end like any other
         EXPECT_EQ(Sockets().closesocket(hConnection), 0);
-        EXPECT_EQ(Sockets().recv(hConnection, achRead, 2, 0), SOCKET_ERROR);
-        EXPECT_EQ(Sockets().send(hConnection, achRead, 2, 0), SOCKET_ERROR);
+        EXPECT_EQ(Sockets().recv(hConnection, achRead, 2, 0) + Sockets().send(hConnection, achRead, 2, 0), -2);
     }
     Sockets().closesocket(hListening);
 }

@@ -3,8 +3,6 @@
 
 #include <cstdlib>
 
-inline constexpr bool bShowsNothingWithoutDisplay = true;
-
 inline void Unset(const char* pszName)
 {
     unsetenv(pszName);

@@ -3,25 +3,18 @@
 
 #include "platform/linux/desktop/Window.h"
 
-class OwnWindow
+inline HWND OpenOwnWindow()
 {
-public:
-    explicit OwnWindow(const char* pszCaption) : m_hWindow(OpenWindow(std::make_shared<Captioned>(pszCaption))) {}
-    ~OwnWindow() { CloseWindow(m_hWindow); }
-    OwnWindow(const OwnWindow&) = delete;
-    OwnWindow& operator=(const OwnWindow&) = delete;
-
-    HWND Get() const { return m_hWindow; }
-
-private:
-    struct Captioned : Window
+    struct Unseen : Window
     {
-        explicit Captioned(const char* psz) : strCaption(psz) {}
         LRESULT OnMessage(UINT, WPARAM, LPARAM) override { return 0; }
-        std::string Caption() const override { return strCaption; }
+        std::string Caption() const override { return "Caption"; }
         DesktopBrowser* Native() const override { return nullptr; }
-        const std::string strCaption;
     };
+    return OpenWindow(std::make_shared<Unseen>());
+}
 
-    const HWND m_hWindow;
-};
+inline void CloseOwnWindow(HWND hWindow)
+{
+    CloseWindow(hWindow);
+}

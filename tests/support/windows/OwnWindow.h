@@ -3,19 +3,12 @@
 
 #include "ZevrinUtils/Types.h"
 
-class OwnWindow
+inline HWND OpenOwnWindow()
 {
-public:
-    explicit OwnWindow(const char* pszCaption)
-        : m_hWindow(CreateWindowExA(0, "STATIC", pszCaption, 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr))
-    {
-    }
-    ~OwnWindow() { DestroyWindow(m_hWindow); }
-    OwnWindow(const OwnWindow&) = delete;
-    OwnWindow& operator=(const OwnWindow&) = delete;
+    return CreateWindowExA(0, "STATIC", "Caption", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
+}
 
-    HWND Get() const { return m_hWindow; }
-
-private:
-    const HWND m_hWindow;
-};
+inline void CloseOwnWindow(HWND hWindow)
+{
+    DestroyWindow(hWindow);
+}
