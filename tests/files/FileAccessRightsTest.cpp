@@ -64,23 +64,18 @@ TEST(FileAccessRights, GiveTheAccountFullAccessAndProtectIfTold)
                                                                                      pSystem);
         };
     });
-    const auto expectFullAccess = [](SECURITY_INFORMATION nParts, auto give) {
-        const ScratchFolder oFolder;
-        ScratchFolder::Write(oFolder / "file", "x");
-        EXPECT_FALSE(EveryoneMayAll(oFolder / "file"));
-        CString strError;
-        EXPECT_EQ(give((oFolder / "file").c_str(), strError), 1) << static_cast<const char*>(strError);
-        EXPECT_TRUE(EveryoneMayAll(oFolder / "file"));
-        EXPECT_EQ(s_nParts, nParts);
-    };
     constexpr SECURITY_INFORMATION nList = DACL_SECURITY_INFORMATION;
-    expectFullAccess(nList | PROTECTED_DACL_SECURITY_INFORMATION, [](const char* pszPath, CString& strError) {
-        return ZVUSetFileAccessRights(pszPath, "S-1-1-0", 1, 0, strError);
-    });
-    expectFullAccess(nList, [](const char* pszPath, CString& strError) {
-        return ZVUSetFileAccessRights(pszPath, "S-1-1-0", 1, 1, strError);
-    });
-    expectFullAccess(nList, [](const char* pszPath, CString& strError) {
-        return ZVUAddFileAccessRights(pszPath, "S-1-1-0", 1, strError);
-    });
+    for (const auto& [bAdd, bKeep, nParts] :
+         {std::tuple{0, 0, nList | PROTECTED_DACL_SECURITY_INFORMATION}, {0, 1, nList}, {1, 1, nList}})
+    {
+        const ScratchFolder oFolder;
+        const std::string strPath = oFolder / "file";
+        ScratchFolder::Write(strPath, "x");
+        EXPECT_FALSE(EveryoneMayAll(strPath));
+        CString strError;
+        EXPECT_EQ(bAdd ? ZVUAddFileAccessRights(strPath.c_str(), "S-1-1-0", 1, strError)
+                       : ZVUSetFileAccessRights(strPath.c_str(), "S-1-1-0", 1, bKeep, strError),
+                  1);
+        EXPECT_TRUE(EveryoneMayAll(strPath) && s_nParts == nParts);
+    }
 }

@@ -48,25 +48,19 @@ DWORD Grant(std::string strPath, std::string strAccount, SECURITY_INFORMATION nP
 
 TEST(AccessLists, GrantAnAccountFullAccessToFilesAndWhatIsBelowFolders)
 {
-    const ScratchFolder oFolder;
-    for (const auto& [nParts, bKeepOld] : {std::pair{nProtected, false},
-                                           {SECURITY_INFORMATION{DACL_SECURITY_INFORMATION}, false},
-                                           {SECURITY_INFORMATION{DACL_SECURITY_INFORMATION}, true}})
+    constexpr SECURITY_INFORMATION nList = DACL_SECURITY_INFORMATION;
+    for (const auto& [nParts, bKeepOld] : {std::pair{nProtected, false}, {nList, false}, {nList, true}})
     {
-        SCOPED_TRACE(std::to_string(nParts) + (bKeepOld ? " old" : " new"));
-        const std::string strTop = oFolder / (std::to_string(nParts) + (bKeepOld ? "old" : "new"));
-        std::filesystem::create_directory(ScratchFolder::Native(strTop));
-        for (const char* pszFile : {"\\file", "\\below"})
-        {
-            ScratchFolder::Write(strTop + pszFile, "x");
-            std::filesystem::permissions(ScratchFolder::Native(strTop + pszFile), std::filesystem::perms(0600));
-        }
-        EXPECT_FALSE(EveryoneMayAll(strTop) || EveryoneMayAll(strTop + "\\file"));
-        EXPECT_EQ(Grant(strTop + "\\file", "S-1-1-0", nParts, bKeepOld), 0u);
-        EXPECT_TRUE(EveryoneMayAll(strTop + "\\file") && !EveryoneMayAll(strTop + "\\below"));
+        const ScratchFolder oFolder;
+        const std::string strFile = oFolder / "file", strBelow = oFolder / "below", strTop = oFolder / ".";
+        ScratchFolder::Write(strFile, "x");
+        ScratchFolder::Write(strBelow, "x");
+        EXPECT_FALSE(EveryoneMayAll(strTop) || EveryoneMayAll(strFile));
+        EXPECT_EQ(Grant(strFile, "S-1-1-0", nParts, bKeepOld), 0u);
+        EXPECT_TRUE(EveryoneMayAll(strFile) && !EveryoneMayAll(strBelow)) << nParts << bKeepOld;
         EXPECT_EQ(Grant(strTop, "S-1-1-0", nParts, bKeepOld), 0u);
-        EXPECT_TRUE(EveryoneMayAll(strTop));
-        EXPECT_TRUE(EveryoneMayAll(strTop + "\\below") || UnderWine());   // which hands nothing down
+        EXPECT_TRUE(EveryoneMayAll(strTop)) << nParts << bKeepOld;
+        EXPECT_TRUE(EveryoneMayAll(strBelow) || UnderWine()) << nParts << bKeepOld;   // which hands nothing down
     }
 }
 

@@ -193,7 +193,7 @@ TEST_F(FolderDialog, TheBrowserIsTheObjectsWindowUntilItsEnd)
 }
 
 // The system's own shell, as far as it needs no display.
-TEST(ShellItems, AreFoundByTheirPath)
+TEST(OwnShell, FindsAnItemByItsPath)
 {
     struct Dialog : CFolderDialog
     {
@@ -201,10 +201,8 @@ TEST(ShellItems, AreFoundByTheirPath)
         using CFolderDialog::ConvertPathToLpItemIdList;
     };
     CWnd oParent;
-    Dialog oDialog(&oParent);
     const char* const pszFolder = sizeof(wchar_t) == 2 ? "C:\\windows\\system32" : "/usr/share";
-    const ITEMIDLIST* const pItem = oDialog.ConvertPathToLpItemIdList(pszFolder);
-    ASSERT_NE(pItem, nullptr);
+    const ITEMIDLIST* const pItem = Dialog(&oParent).ConvertPathToLpItemIdList(pszFolder);
     EXPECT_STREQ(CFolderDialog::GetPathName(pItem), pszFolder);
     CInterfacePtr<IShellFolder> pDesktop;
     ShellService().SHGetDesktopFolder(&pDesktop);
