@@ -13,15 +13,17 @@ TEST(LastError, BelongsToItsThread)
         Errors().SetLastError(nError);
         EXPECT_EQ(Errors().GetLastError(), nError);
     }
-    std::atomic<bool> bDone = false;
+    std::atomic<int> nStep = 0;
     std::thread oOther([&] {
+        while (nStep != 1)
+            continue;
         EXPECT_NE(Errors().GetLastError(), DWORD{ERROR_BADDB});
         Errors().SetLastError(ERROR_DISK_FULL);
-        EXPECT_EQ(Errors().GetLastError(), DWORD{ERROR_DISK_FULL});
-        bDone = true;
+        nStep = 2;
     });
     Errors().SetLastError(ERROR_BADDB);
-    while (!bDone)   // by no call that could set an error of its own
+    nStep = 1;
+    while (nStep != 2)   // by no call that could set an error of its own
         continue;
     EXPECT_EQ(Errors().GetLastError(), DWORD{ERROR_BADDB});
     oOther.join();

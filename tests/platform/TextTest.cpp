@@ -43,6 +43,10 @@ TEST(Texts, BecomeUtf16AsFarAsTheyFit)
     EXPECT_EQ(Widened("text", 4, 0), u"text#");
     EXPECT_EQ(Errors().GetLastError(), DWORD{ERROR_INSUFFICIENT_BUFFER});
     EXPECT_EQ(Widened("", 1, 1), std::u16string(u"\0#", 2));
+}
+
+TEST(Texts, ThatAreNoUtf8BecomeSurrogatesThatStandAlone)
+{
     if (sizeof(wchar_t) == 2)
         GTEST_SKIP() << "the system's text is in a code page of the machine's here";
     EXPECT_EQ(Widened("\xC3\x84\xFF", 3, 3), std::u16string({0xC4, 0xDCFF, 0, '#'}));
