@@ -192,15 +192,28 @@ def check_architecture():
 
 
 def platform_calls():
-    for header in files("platform/*.h"):
-        yield from re.findall(r"^\s*PLATFORM_CALL\((\w+)\)", text_of(header), re.M)
+    """Of each call of the seam the header that has it."""
+    return {
+        call: header
+        for header in files("platform/*.h")
+        for call in re.findall(r"^\s*PLATFORM_CALL\((\w+)\)", text_of(header), re.M)
+    }
+
+
+def check_contracts():
+    """Each call is named in a contract test, where it is made or taken from its table."""
+    tests = "\n".join(text_of(name) for name in files("tests/platform/*.cpp"))
+    made = set(re.findall(r"(?<=[.:])\w+|\w+(?=\()", re.sub(r"//.*", "", tests)))
+    for call, header in platform_calls().items():
+        if call not in made:
+            yield f"{header}: {call} is in no contract test"
 
 
 def main():
     # A platform call by its bare name; through a table it stands behind a dot. Behind a type it is declared: a
     # class may have an operation of that name.
     direct_call = re.compile(rf"(?<![\w.:>\"])(?<!void )(::)?\b({'|'.join(sorted(platform_calls()))})\(")
-    faults = [*check_rooms(), *check_architecture(), *check_global_state()]
+    faults = [*check_rooms(), *check_architecture(), *check_contracts(), *check_global_state()]
     faults += [fault for name in files("*.cpp", "*.h") for fault in (*check_file(name, direct_call), *check_opening(name))]
     print("\n".join(faults) if faults else "the house is in order")
     return 1 if faults else 0

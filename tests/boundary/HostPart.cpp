@@ -1,3 +1,4 @@
+// A part of a host that asks through a function of the library, loaded and unloaded with it.
 #include "ZevrinUtils/DNSResolver.h"
 
 // Asks the resolver; non-zero if the answer is the wanted one.

@@ -1,3 +1,5 @@
+// The coder keeps its alphabet and its odd paddings, its steps for derived classes, and what is written before a
+// failure.
 #include "ZevrinUtils/Base64Coder.h"
 #include "ZevrinUtils/framework/Exception.h"
 

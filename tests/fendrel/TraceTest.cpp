@@ -1,10 +1,10 @@
+// The trace service passes records up to its threshold to the sink in force, one line each, and loses none.
 #include "Fendrel/Trace.h"
 
+#include "support/ScratchFolder.h"
 #include "support/TraceCapture.h"
 
 #include <atomic>
-#include <cstdio>
-#include <fstream>
 
 #include <gmock/gmock.h>
 
@@ -32,9 +32,10 @@ TEST(Trace, PassesRecordsUpToTheThresholdToACallback)
     Trace(CSTrace::eDebug, "debug");
     Service().Trace(CSTrace::eError, nullptr, nullptr, nullptr, nullptr, 1);
     // A sink that cannot be made leaves the one in force.
-    std::ofstream("trace-test-file") << "a file, so no folder";
-    EXPECT_FALSE(Service().TraceToFile("trace-test-file/log") || Service().TraceToFile(nullptr) ||
-                 Service().TraceToCallback(nullptr, nullptr));
+    const ScratchFolder oFolder;
+    ScratchFolder::Write(oFolder / "file", "no folder");
+    EXPECT_FALSE(Service().TraceToFile(ScratchFolder::Native(oFolder / "file\\log").string().c_str()) ||
+                 Service().TraceToFile(nullptr) || Service().TraceToCallback(nullptr, nullptr));
     Trace(CSTrace::eError, "still captured");
     Service().SetThreshold(CSTrace::eNothing);
     Trace(CSTrace::eError, "error");
@@ -61,9 +62,9 @@ TEST(Trace, ACallbackMayTraceAndThrow)
 // The texts of records come from callers, so a line feed in them must not forge a line.
 TEST(Trace, WritesOneLineForEachRecord)
 {
-    const char szPath[] = "trace-test.log";
-    std::remove(szPath);
-    ASSERT_TRUE(Service().TraceToFile(szPath));
+    const ScratchFolder oFolder;
+    const std::string strLog = ScratchFolder::Native(oFolder / "log").string();
+    ASSERT_TRUE(Service().TraceToFile(strLog.c_str()));
     Trace(CSTrace::eError, "first\nline");
     Trace(CSTrace::eWarning, "second");
     testing::internal::CaptureStderr();
@@ -72,7 +73,7 @@ TEST(Trace, WritesOneLineForEachRecord)
     EXPECT_THAT(testing::internal::GetCapturedStderr(), HasSubstr(" error   [Class] Class::Method (.\\File:7) third"));
     Service().TraceToNothing();
 
-    std::ifstream oFile(szPath);
+    std::ifstream oFile(strLog);
     std::vector<std::string> oLines;
     for (std::string strLine; std::getline(oFile, strLine);)
         oLines.push_back(strLine);

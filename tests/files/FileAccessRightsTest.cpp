@@ -1,8 +1,11 @@
+// Access rights are given to a real file, and a failed step is named.
 #include "ZevrinUtils/FileAccessRights.h"
 
 #include "platform/AccessLists.h"
 #include "support/FaultSweep.h"
 #include "support/ScratchFolder.h"
+
+#include "NativeRights.h"
 
 #include <gtest/gtest.h>
 
@@ -50,27 +53,29 @@ TEST(FileAccessRights, SayWhichStepFailed)
     }
 }
 
-TEST(FileAccessRights, AskForFullInheritedAccessAndProtectIfTold)
+TEST(FileAccessRights, GiveTheAccountFullAccessAndProtectIfTold)
 {
-    const ScratchFolder oFolder;
-    ScratchFolder::Write(oFolder / "file", "x");
-    static std::string s_strAsked;
-    const Substitution<AccessListCalls> oCapture([](AccessListCalls& o) {
-        o.SetEntriesInAclA = [](ULONG n, PEXPLICIT_ACCESSA p, PACL pOld, PACL* ppNew) WINAPI -> DWORD {
-            s_strAsked = std::to_string(p->grfAccessPermissions) + ' ' + std::to_string(p->grfAccessMode) + ' ' +
-                         std::to_string(p->grfInheritance) + (pOld ? " old " : " new ");
-            return PlatformService<AccessListCalls>::s_oNative.SetEntriesInAclA(n, p, pOld, ppNew);
+    static SECURITY_INFORMATION s_nParts;
+    const Substitution<AccessListCalls> oNoted([](AccessListCalls& o) {
+        o.SetNamedSecurityInfoA = [](LPSTR psz, SE_OBJECT_TYPE e, SECURITY_INFORMATION n, PSID pOwner, PSID pGroup,
+                                     PACL p, PACL pSystem) WINAPI -> DWORD {
+            s_nParts = n;
+            return PlatformService<AccessListCalls>::s_oNative.SetNamedSecurityInfoA(psz, e, n, pOwner, pGroup, p,
+                                                                                     pSystem);
         };
-        o.SetNamedSecurityInfoA = [](LPSTR, SE_OBJECT_TYPE, SECURITY_INFORMATION nParts, PSID, PSID, PACL, PACL)
-                                      WINAPI -> DWORD { return s_strAsked += std::to_string(nParts), ERROR_SUCCESS; };
     });
-    CString strError;
-    const std::string strPath = oFolder / "file";
-    for (const auto& [bKeep, pszAsked] : {std::pair{0, "268435456 2 3 new 2147483652"}, {1, "268435456 2 3 new 4"}})
+    constexpr SECURITY_INFORMATION nList = DACL_SECURITY_INFORMATION;
+    for (const auto& [bAdd, bKeep, nParts] :
+         {std::tuple{0, 0, nList | PROTECTED_DACL_SECURITY_INFORMATION}, {0, 1, nList}, {1, 1, nList}})
     {
-        EXPECT_EQ(ZVUSetFileAccessRights(strPath.c_str(), "S-1-1-0", 1, bKeep, strError), 1);
-        EXPECT_EQ(s_strAsked, pszAsked);
+        const ScratchFolder oFolder;
+        const std::string strPath = oFolder / "file";
+        ScratchFolder::Write(strPath, "x");
+        EXPECT_FALSE(EveryoneMayAll(strPath));
+        CString strError;
+        EXPECT_EQ(bAdd ? ZVUAddFileAccessRights(strPath.c_str(), "S-1-1-0", 1, strError)
+                       : ZVUSetFileAccessRights(strPath.c_str(), "S-1-1-0", 1, bKeep, strError),
+                  1);
+        EXPECT_TRUE(EveryoneMayAll(strPath) && s_nParts == nParts);
     }
-    EXPECT_EQ(ZVUAddFileAccessRights(strPath.c_str(), "S-1-1-0", 1, strError), 1);
-    EXPECT_EQ(s_strAsked, "268435456 2 3 old 4");
 }

@@ -1,3 +1,4 @@
+// Folders are made, copied, deleted, listed and measured, with the texts and the leftovers of each failure.
 #include "ZevrinUtils/Folder.h"
 
 #include "platform/Files.h"

@@ -1,3 +1,4 @@
+// Scripts split by the rules that the fuzzed program holds them to as well.
 #include "ZevrinUtils/SQLFileParser.h"
 
 #include "fuzz/Rules.h"

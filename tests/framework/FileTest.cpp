@@ -1,3 +1,4 @@
+// Files say what failed, in a record or in an exception, with the text for it.
 #include "framework/File.h"
 
 #include "platform/Errors.h"

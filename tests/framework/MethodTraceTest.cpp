@@ -1,3 +1,4 @@
+// A method trace reports its entry, its messages with their lines, and its exit.
 #include "framework/MethodTrace.h"
 
 #include "support/TraceCapture.h"

@@ -1,3 +1,4 @@
+// Strings stay inside their text, and compare and format as the framework of old did.
 #include "ZevrinUtils/framework/String.h"
 
 #include <gtest/gtest.h>

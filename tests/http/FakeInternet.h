@@ -4,14 +4,14 @@
 #include "ZevrinUtils/HttpServices.h"
 #include "framework/Internet.h"
 #include "platform/Errors.h"
-#include "support/Substitution.h"
+#include "support/FaultSweep.h"
 
 #include <cstring>
 #include <deque>
 #include <set>
 #include <string>
 
-// What one send gets. Status 0: no answer.
+// The answer to one send. Status 0: there is none.
 struct Answer
 {
     DWORD nStatus = 200;
@@ -27,16 +27,12 @@ public:
     static inline std::deque<DWORD> s_oDialogResults;
     static inline std::string s_strLog;
     static inline std::set<char> s_oOpen;   // handles: s, c, r
-    static inline int s_nCalls = 0;
-    static inline int s_nFailing = 0;   // the call that fails, from 1 on; 0: none
-    static inline bool s_bForGood = false;
 
     FakeInternet(std::deque<Answer> oAnswers, std::deque<DWORD> oDialogResults = {})
     {
         s_oAnswers = std::move(oAnswers);
         s_oDialogResults = std::move(oDialogResults);
         s_strLog.clear();
-        s_nCalls = s_nFailing = 0;
     }
 
 private:
@@ -46,9 +42,8 @@ private:
     static bool Fails(const std::string& strNote)
     {
         s_strLog += strNote;
-        ++s_nCalls;
         Errors().SetLastError(12004);
-        return s_nFailing != 0 && (s_nCalls == s_nFailing || (s_bForGood && s_nCalls > s_nFailing));
+        return FaultSweep::Strikes("call");
     }
     static HINTERNET Open(char chKind, const std::string& strNote)
     {

@@ -1,30 +1,25 @@
+// URLs are split, escaped and unescaped, and hosts cached, by the documented rules and for any bytes.
 #include "FakeInternet.h"
 
 #include "framework/Url.h"
 #include "fuzz/Rules.h"
+#include "platform/Memory.h"
 
-#include <cstdlib>
-#include <memory>
 #include <random>
 
 #include <gtest/gtest.h>
 
 namespace
 {
-struct Free
-{
-    void operator()(char* psz) const { std::free(psz); }
-};
-
 std::string Escaped(const std::string& strText, int nLength = 0)
 {
-    return std::unique_ptr<char, Free>(CHttpServicesPeer().URL_Escape(strText.data(), nLength)).get();
+    return Malloced<char>(CHttpServicesPeer().URL_Escape(strText.data(), nLength)).get();
 }
 
 std::string UnEscaped(const std::string& strText, int nLength = 0)
 {
     int nOut = -1;
-    const std::unique_ptr<char, Free> psz(CHttpServicesPeer().URL_UnEscape(strText.data(), nLength, nOut));
+    const Malloced<char> psz(CHttpServicesPeer().URL_UnEscape(strText.data(), nLength, nOut));
     EXPECT_EQ(psz.get()[nOut - 1], 0);
     return {psz.get(), static_cast<std::size_t>(nOut - 1)};
 }

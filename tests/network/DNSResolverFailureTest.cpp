@@ -1,4 +1,4 @@
-// What the resolver makes of platform calls that fail.
+// The resolver reports platform calls that fail, and goes on or ends as promised.
 #include "platform/Modules.h"
 
 #include "ResolverFixture.h"

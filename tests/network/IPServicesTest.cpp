@@ -1,9 +1,10 @@
+// Addresses are tested by the form of their groups, and against all adapters of the machine.
 #include "ZevrinUtils/IPServices.h"
 
 #include "platform/Adapters.h"
 #include "platform/Errors.h"
 #include "platform/Memory.h"
-#include "support/Substitution.h"
+#include "support/FaultSweep.h"
 
 #include <cstring>
 
@@ -34,26 +35,24 @@ int Ask(const char* pszText)
 
 TEST(IPServices, WalkAllAdaptersAndFailWhenAskedInVain)
 {
-    static int s_nFails;   // the call that does
     const Substitution<AdapterCalls> oThree([](AdapterCalls& o) {
         o.GetAdaptersInfo = [](PIP_ADAPTER_INFO p, ULONG* pnSize) WINAPI -> ULONG {
             if (!p)
                 return *pnSize = 2 * sizeof *p + sizeof(IP_ADDR_STRING),
-                       s_nFails == 1 ? ERROR_NO_DATA : ERROR_BUFFER_OVERFLOW;
+                       FaultSweep::Strikes("size") ? ERROR_NO_DATA : ERROR_BUFFER_OVERFLOW;
             auto* const pMore = reinterpret_cast<PIP_ADDR_STRING>(p + 2);
             p->Next = p + 1;
             p[1].IpAddressList.Next = pMore;
             std::strcpy(p[0].IpAddressList.IpAddress.String, "10.0.0.1");
             std::strcpy(p[1].IpAddressList.IpAddress.String, "10.0.0.2");
             std::strcpy(pMore->IpAddress.String, "10.0.0.3");
-            return s_nFails == 2 ? ERROR_NOT_ENOUGH_MEMORY : ERROR_SUCCESS;
+            return FaultSweep::Strikes("list") ? ERROR_NOT_ENOUGH_MEMORY : ERROR_SUCCESS;
         };
     });
     for (const char* pszLocal : {"10.0.0.1", "10.0.0.2", "10.0.0.3"})
         EXPECT_EQ(Ask(pszLocal), 1) << pszLocal;
     EXPECT_EQ(Ask("10.0.0.4"), 0);
-    for (s_nFails = 1; s_nFails <= 2; ++s_nFails)
-        EXPECT_EQ(Ask("10.0.0.1"), -1);
+    FaultSweep::Over([] { EXPECT_EQ(Ask("10.0.0.1"), FaultSweep::s_nFirst ? -1 : 1); });
     const Substitution<MemoryCalls> oNone(
         [](MemoryCalls& o) { o.malloc = [](std::size_t) -> void* { return nullptr; }; });
     EXPECT_EQ(Ask("10.0.0.1"), -1);

@@ -138,7 +138,7 @@ protected:
         return m_oRequests;
     }
 
-    // What the handler does from the next request on.
+    // To be done by the handler from the next request on.
     void Answer(std::function<void(const char*, ZVString&)> answer)
     {
         const std::lock_guard oHold(m_oLock);

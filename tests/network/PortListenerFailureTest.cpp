@@ -1,12 +1,14 @@
-// What the listener makes of platform calls that fail, and of reads as they can come.
+// The listener leaves nothing behind when platform calls fail, and takes reads as they come.
 #include "ListenerFixture.h"
 
 #include "network/Reply.h"
+#include "support/FaultSweep.h"
 
 #include <algorithm>
 #include <atomic>
 #include <cstdlib>
 #include <thread>
+#include <utility>
 
 using testing::IsEmpty;
 
@@ -14,58 +16,47 @@ namespace
 {
 const auto& s_oNative = PlatformService<SocketCalls>::s_oNative;
 const auto& s_oNativeThreads = PlatformService<ThreadCalls>::s_oNative;
-int s_nFailing;                // the call that fails: the place in the order of a start
-std::atomic<int> s_nOpen;      // sockets
-std::atomic<int> s_nStarted;   // socket layer
-
-// Counts what is opened and closed, and fails one call of a start.
-void FailOneCall(SocketCalls& oCalls)
-{
-    oCalls.WSAStartup = [](WORD nVersion, LPWSADATA pData) WINAPI {
-        const int nResult = s_oNative.WSAStartup(nVersion, pData);
-        pData->wVersion = s_nFailing == 1 ? WORD{0x0202} : nVersion;
-        s_nStarted += s_nFailing != 0;
-        return s_nFailing == 0 ? 10091 : nResult;
-    };
-    oCalls.WSACleanup = []() WINAPI { return --s_nStarted, s_oNative.WSACleanup(); };
-    oCalls.socket = [](int nFamily, int nType, int nProtocol) WINAPI {
-        return s_nFailing == 2 ? INVALID_SOCKET : (++s_nOpen, s_oNative.socket(nFamily, nType, nProtocol));
-    };
-    oCalls.bind = [](SOCKET hSocket, const sockaddr* pAddress, int nLength)
-                      WINAPI { return s_nFailing == 3 ? -1 : s_oNative.bind(hSocket, pAddress, nLength); };
-    oCalls.listen = [](SOCKET hSocket, int nBacklog) WINAPI {
-        EXPECT_EQ(nBacklog, 0x7fffffff);
-        return s_nFailing == 4 ? -1 : s_oNative.listen(hSocket, nBacklog);
-    };
-    oCalls.closesocket = [](SOCKET hSocket) WINAPI { return --s_nOpen, s_oNative.closesocket(hSocket); };
-}
 }
 
 TEST_F(PortListener, AStartThatFailsLeavesNothingBehind)
 {
-    s_nOpen = s_nStarted = 0;
+    static int s_nClosed, s_nStarted;
+    const auto watch = [](SocketCalls& o) {
+        FaultSweep::Watch<&SocketCalls::WSAStartup>(o, "WSAStartup", 10091);
+        FaultSweep::Watch<&SocketCalls::socket>(o, "socket", INVALID_SOCKET);
+        FaultSweep::Watch<&SocketCalls::bind>(o, "bind", SOCKET_ERROR);
+        FaultSweep::Watch<&SocketCalls::listen>(o, "listen", SOCKET_ERROR);
+        o.closesocket = [](SOCKET hSocket) WINAPI { return ++s_nClosed, s_oNative.closesocket(hSocket); };
+    };
     {
-        const Substitution<SocketCalls> oSockets(FailOneCall);
-        const Substitution<ThreadCalls> oThreads([](ThreadCalls& oCalls) {
-            oCalls.CreateThread = [](LPSECURITY_ATTRIBUTES, SIZE_T, LPTHREAD_START_ROUTINE, LPVOID, DWORD, LPDWORD)
-                                      WINAPI -> HANDLE { return nullptr; };
+        const Substitution<ThreadCalls> oThreads(
+            [](ThreadCalls& o) { FaultSweep::Watch<&ThreadCalls::CreateThread>(o, "CreateThread", nullptr); });
+        const int nCalls = FaultSweep::Over<SocketCalls>(watch, [&] {
+            TestListener oListener;
+            EXPECT_EQ(oListener.Start(m_nPort, &Handle), FaultSweep::s_nFirst == 0) << FaultSweep::s_strStruck;
+            EXPECT_EQ(oListener.m_oListeners.size(), FaultSweep::s_nFirst == 0);
+            oListener.Stop();
+            EXPECT_EQ(std::exchange(s_nClosed, 0), FaultSweep::s_oDone["socket"]) << FaultSweep::s_strStruck;
         });
-        for (s_nFailing = 0; s_nFailing <= 5; ++s_nFailing)   // 5: the thread
-        {
-            EXPECT_EQ(m_oListener.Start(m_nPort, &Handle), 0) << s_nFailing;
-            EXPECT_EQ(s_nOpen, 0) << s_nFailing;
-            EXPECT_EQ(s_nStarted, s_nFailing >= 2) << s_nFailing;   // once for the object
-        }
-        EXPECT_THAT(m_oListener.m_oListeners, IsEmpty());
+        EXPECT_EQ(nCalls, 5);
     }
-    const Substitution<SocketCalls> oSockets(FailOneCall);   // none by now
-    TestListener oOther;
+    // The layer is started once for each object and stays, but for one of another version.
+    static WORD s_nVersion = 0x0202;
+    const Substitution<SocketCalls> oLayer([](SocketCalls& o) {
+        o.WSAStartup = [](WORD nVersion, LPWSADATA pData) WINAPI {
+            const int nResult = s_oNative.WSAStartup(nVersion, pData);
+            return pData->wVersion = s_nVersion, ++s_nStarted, nResult;
+        };
+        o.WSACleanup = []() WINAPI { return --s_nStarted, s_oNative.WSACleanup(); };
+    });
+    EXPECT_EQ(m_oListener.Start(m_nPort, &Handle) + s_nStarted, 0);
+    s_nVersion = 0x0101;
     for (int nStart = 0; nStart < 2; ++nStart)
     {
-        ASSERT_EQ(oOther.Start(m_nPort, &Handle), 1);
+        ASSERT_EQ(m_oListener.Start(m_nPort, &Handle), 1);
         EXPECT_EQ(Fetch("works"), "works");
-        oOther.Stop();
-        EXPECT_EQ(s_nStarted, 2);   // once for each object, and never stopped
+        m_oListener.Stop();
+        EXPECT_EQ(s_nStarted, 1);
     }
 }
 

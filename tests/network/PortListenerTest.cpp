@@ -1,3 +1,4 @@
+// The listener answers real clients on its ports, whatever they do, and stops.
 #include "ListenerFixture.h"
 
 #include <atomic>

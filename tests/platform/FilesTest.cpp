@@ -15,7 +15,7 @@ HANDLE Open(const std::string& strPath, DWORD nAccess = GENERIC_READ, DWORD nSha
     return Files().CreateFileA(strPath.c_str(), nAccess, nShare, nullptr, nDisposition, FILE_ATTRIBUTE_NORMAL, nullptr);
 }
 
-// What is said of an attempt to open: 0 or the error.
+// Of an attempt to open: 0 or the error.
 template <class... Arguments>
 DWORD ErrorOfOpening(Arguments... arguments)
 {

@@ -1,7 +1,7 @@
 // The contract of the calls on folders, and on files by their paths, the same on every target.
-#include "platform/Errors.h"
 #include "platform/Files.h"
 #include "platform/Handles.h"
+#include "support/ErrorOf.h"
 #include "support/ScratchFolder.h"
 #include "support/Wine.h"
 
@@ -13,12 +13,6 @@ namespace fs = std::filesystem;
 
 namespace
 {
-// What the call says: 0 or the error.
-DWORD ErrorOf(bool bDone)
-{
-    return bDone ? 0 : Errors().GetLastError();
-}
-
 const auto Delete = [](const std::string& str) { return ErrorOf(Files().DeleteFileA(str.c_str())); };
 const auto Remove = [](const std::string& str) { return ErrorOf(Files().RemoveDirectoryA(str.c_str())); };
 const auto Create = [](const std::string& str) { return ErrorOf(Files().CreateDirectoryA(str.c_str(), nullptr)); };

@@ -66,3 +66,11 @@ TEST(Processes, AreFoundFromTheFolderOfTheirStarter)
     EXPECT_EQ(ResultOf(oProgram.filename().string().c_str(), "its-name a out", oFolder / "."), 2);
     EXPECT_EQ(ScratchFolder::Read(oFolder / "out"), "<a><out>");
 }
+
+TEST(Messages, AreTakenIfThereAreAny)
+{
+    MSG oMessage{};
+    EXPECT_FALSE(Processes().PeekMessageA(&oMessage, nullptr, 0, 0, PM_REMOVE));
+    EXPECT_FALSE(Processes().TranslateMessage(&oMessage));   // an empty one, to no window
+    EXPECT_EQ(Processes().DispatchMessageA(&oMessage), 0);
+}

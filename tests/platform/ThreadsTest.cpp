@@ -4,9 +4,9 @@
 #include "platform/Handles.h"
 
 #include <array>
-#include <atomic>
 #include <chrono>
 #include <thread>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -111,24 +111,52 @@ TEST(ThreadHandles, AreSetWhenTheThreadEndsAndMayBeClosedBefore)
     EXPECT_EQ(Threads().WaitForSingleObject(ahEvents[1], INFINITE), WAIT_OBJECT_0);
 }
 
+TEST(ThreadHandles, EndTheirThreadByForceOrSayThatTheyCannot)
+{
+    const auto waitBetween = [](LPVOID pEvents) WINAPI -> DWORD {
+        const auto& ah = *static_cast<std::array<HANDLE, 2>*>(pEvents);
+        Threads().SetEvent(ah[1]);   // by now it is well under way
+        Threads().WaitForSingleObject(ah[0], INFINITE);
+        Threads().ResetEvent(ah[1]);
+        return 7;
+    };
+    std::array ahEvents{MakeEvent(), MakeEvent()};
+    const HANDLE hThread = Threads().CreateThread(nullptr, 0, waitBetween, &ahEvents, 0, nullptr);
+    EXPECT_EQ(Threads().WaitForSingleObject(ahEvents[1], INFINITE), WAIT_OBJECT_0);
+    const bool bByForce = Threads().TerminateThread(hThread, 9);
+    EXPECT_EQ(bByForce ? 0 : Errors().GetLastError(), sizeof(wchar_t) == 2 ? 0 : DWORD{ERROR_NOT_SUPPORTED});
+    EXPECT_TRUE(bByForce || Threads().SetEvent(ahEvents[0]));   // it runs on
+    EXPECT_EQ(Threads().WaitForSingleObject(hThread, INFINITE), WAIT_OBJECT_0);
+    DWORD nExitCode = 0;
+    EXPECT_TRUE(Threads().GetExitCodeThread(hThread, &nExitCode));
+    EXPECT_EQ(nExitCode, bByForce ? 9u : 7u);
+    EXPECT_EQ(Ask(ahEvents[1]), bByForce ? DWORD{WAIT_OBJECT_0} : DWORD{WAIT_TIMEOUT});
+}
+
+// Each counts within two entries, of which one is left in between: a lock that let others in by then would lose counts.
 TEST(CriticalSections, LetTheHolderInAgainAndKeepOthersOut)
 {
     CRITICAL_SECTION oSection;
     Threads().InitializeCriticalSection(&oSection);
-    Threads().EnterCriticalSection(&oSection);
-    Threads().EnterCriticalSection(&oSection);
-    std::atomic<bool> bIn = false;
-    std::thread oOther([&] {
-        Threads().EnterCriticalSection(&oSection);
-        bIn = true;
-        Threads().LeaveCriticalSection(&oSection);
-    });
-    Threads().LeaveCriticalSection(&oSection);
-    std::this_thread::sleep_for(std::chrono::milliseconds(30));
-    EXPECT_FALSE(bIn);   // entered twice, left once
-    Threads().LeaveCriticalSection(&oSection);
-    oOther.join();
-    EXPECT_TRUE(bIn);
+    int nCount = 0;
+    std::vector<std::thread> oThreads;
+    for (int nThread = 0; nThread < 4; ++nThread)
+        oThreads.emplace_back([&] {
+            for (int n = 0; n < 5000; ++n)
+            {
+                Threads().EnterCriticalSection(&oSection);
+                Threads().EnterCriticalSection(&oSection);
+                const int nBefore = nCount;
+                Threads().LeaveCriticalSection(&oSection);
+                if (n % 100 == 0)
+                    std::this_thread::yield();
+                nCount = nBefore + 1;
+                Threads().LeaveCriticalSection(&oSection);
+            }
+        });
+    for (auto& oThread : oThreads)
+        oThread.join();
+    EXPECT_EQ(nCount, 4 * 5000);
     Threads().DeleteCriticalSection(&oSection);
 }
 

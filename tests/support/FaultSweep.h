@@ -1,11 +1,6 @@
-// Fails the calls of a platform table in turn:
-//
-//     FaultSweep::Over<FileCalls>(
-//         [](FileCalls& o) { FaultSweep::Watch<&FileCalls::CopyFileA>(o, "CopyFileA", FALSE); },
-//         [] { ... });
-//
-// The scenario runs once to count the calls that are watched, then once for each of them that fails, and again with
-// all after it failing too. It makes what it needs, and checks what came out against what struck.
+// Fails calls in turn: those of a test's own fakes that ask whether it strikes, and those of a platform table that it
+// watches. A scenario runs once to count them, then once for each of them that fails, and again with all after it
+// failing too. It makes what it needs, and checks what came out against what struck.
 #pragma once
 
 #include "platform/Errors.h"
@@ -23,13 +18,34 @@ public:
     static int Over(Change watch, Scenario scenario)
     {
         const Substitution<Calls> oWatched(watch);
+        return Over(scenario);
+    }
+
+    // How many calls there are.
+    template <class Scenario>
+    static int Over(Scenario scenario)
+    {
         const int nCalls = Run(0, false, scenario);
         for (const bool bForGood : {false, true})
             for (int nFirst = 1; nFirst <= nCalls; ++nFirst)
                 Run(nFirst, bForGood, scenario);
+        Run(0, false, [] {});
         return nCalls;
     }
 
+    static bool Strikes(const char* pszName)
+    {
+        ++s_nCalls;
+        if (s_nFirst == 0 || s_nCalls < s_nFirst || (s_nCalls > s_nFirst && !s_bForGood))
+            return false;
+        if (s_strStruck.empty())
+            s_strStruck = pszName;
+        return true;
+    }
+
+    // Of this run: the call that fails, from 1 on, and whether all after it do; 0 for none.
+    static inline int s_nFirst;
+    static inline bool s_bForGood;
     // The first call of this run that failed; empty while none has.
     static inline std::string s_strStruck;
     // How often each call has succeeded in this run.
@@ -68,16 +84,6 @@ private:
         static inline bool s_bDoneAllTheSame;
     };
 
-    static bool Strikes(const char* pszName)
-    {
-        ++s_nCalls;
-        if (s_nFirst == 0 || s_nCalls < s_nFirst || (s_nCalls > s_nFirst && !s_bForGood))
-            return false;
-        if (s_strStruck.empty())
-            s_strStruck = pszName;
-        return true;
-    }
-
     template <class Scenario>
     static int Run(int nFirst, bool bForGood, Scenario scenario)
     {
@@ -90,6 +96,5 @@ private:
         return s_nCalls;
     }
 
-    static inline int s_nFirst, s_nCalls;
-    static inline bool s_bForGood;
+    static inline int s_nCalls;
 };

@@ -1,4 +1,4 @@
-// Whether the Windows targets' tests run under Wine, for what it does otherwise than Windows.
+// True where the Windows targets' tests run under Wine, for all that it does otherwise than Windows.
 #pragma once
 
 #include "platform/Modules.h"

@@ -1,3 +1,4 @@
+// Parameters are read, written and listed in the registry, and keys closed but for the promised leaks.
 #include "ZevrinUtils/ConfigParams.h"
 
 #include "platform/Registry.h"

@@ -1,9 +1,9 @@
+// System information keeps its answer about the disk, and knows error texts and the command line.
 #include "ZevrinUtils/SystemInfo.h"
 
 #include "platform/System.h"
 #include "support/Substitution.h"
 
-#include <set>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -65,15 +65,11 @@ TEST(SystemInfo, KeepsItsAnswerForTenSeconds)
 
 TEST(SystemInfo, GivesTheSystemsTextOrTheNumber)
 {
-    std::set<std::string> oTexts;
-    for (const unsigned long nError : {3UL, 5UL, 32UL, 112UL})
-    {
-        std::string sText;
-        CSystemInfo::GetFormatedMessageForWin32ErrCode(nError, sText);
-        EXPECT_EQ(sText.find("\r\n"), sText.size() - 2) << sText;
-        oTexts.insert(sText);
-    }
-    EXPECT_EQ(oTexts.size(), 4u);
+    std::string sText;
+    CSystemInfo::GetFormatedMessageForWin32ErrCode(5, sText);
+    EXPECT_TRUE(sText.size() > 2 && sText.ends_with("\r\n")) << sText;
+    CSystemInfo::GetFormatedMessageForWin32ErrCode(0xE0000005, sText);
+    EXPECT_EQ(sText, "Win32 error code: -536870907");
 }
 
 TEST(SystemInfo, LooksForTheManagerInTheWholeCommandLine)

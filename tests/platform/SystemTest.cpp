@@ -1,0 +1,58 @@
+// The contract of what the system tells of itself and of the process, the same on every target.
+#include "platform/System.h"
+#include "platform/Errors.h"
+#include "support/ScratchFolder.h"
+
+#include <cstring>
+#include <set>
+
+#include <gtest/gtest.h>
+
+namespace
+{
+// The text that the system has for an error; empty if there is none.
+std::string TextOfError(DWORD nError)
+{
+    constexpr DWORD nFlags =
+        FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_IGNORE_INSERTS | FORMAT_MESSAGE_FROM_SYSTEM;
+    char* pszText = nullptr;
+    const DWORD nLength =
+        System().FormatMessageA(nFlags, nullptr, nError, 0x400, reinterpret_cast<LPSTR>(&pszText), 0, nullptr);
+    const std::string strText = nLength ? pszText : "";
+    EXPECT_EQ(strText.size(), nLength);
+    EXPECT_EQ(System().LocalFree(pszText), nullptr);
+    return strText;
+}
+}
+
+TEST(System, HasATextWithALineEndForItsErrors)
+{
+    std::set<std::string> oTexts;
+    for (const DWORD nError : {2u, 5u, 32u, 112u, 183u})
+    {
+        const std::string strText = TextOfError(nError);
+        EXPECT_TRUE(strText.size() > 2 && strText.ends_with("\r\n") && oTexts.insert(strText).second) << strText;
+    }
+    EXPECT_EQ(TextOfError(0x20000005), "");
+    EXPECT_EQ(Errors().GetLastError(), DWORD{ERROR_MR_MID_NOT_FOUND});
+    EXPECT_EQ(System().LocalFree(nullptr), nullptr);
+}
+
+TEST(System, TellsTheTimeTheDiskAndTheCommandLine)
+{
+    const time_t nBefore = std::time(nullptr);
+    EXPECT_TRUE(nBefore <= System().time(nullptr) && System().time(nullptr) <= std::time(nullptr));
+    EXPECT_NE(std::strstr(System().GetCommandLineA(), "platform_tests"), nullptr);
+
+    const ScratchFolder oFolder;
+    ULARGE_INTEGER nToCaller{}, nTotal{}, nFree{};
+    for (const std::string& strFolder : {std::string(), oFolder / "."})
+    {
+        const char* const pszFolder = strFolder.empty() ? nullptr : strFolder.c_str();
+        EXPECT_TRUE(System().GetDiskFreeSpaceExA(pszFolder, &nToCaller, &nTotal, &nFree));
+        EXPECT_TRUE(nToCaller.QuadPart <= nFree.QuadPart && nFree.QuadPart <= nTotal.QuadPart && nTotal.QuadPart > 0);
+    }
+    const std::string strMissing = oFolder / "no\\such";
+    EXPECT_FALSE(System().GetDiskFreeSpaceExA(strMissing.c_str(), &nToCaller, &nTotal, &nFree));
+    EXPECT_EQ(Errors().GetLastError(), DWORD{ERROR_PATH_NOT_FOUND});
+}

@@ -1,0 +1,9 @@
+// Changes of the environment for a test alone.
+#pragma once
+
+#include <cstdlib>
+
+inline void Unset(const char* pszName)
+{
+    unsetenv(pszName);
+}
