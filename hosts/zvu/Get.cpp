@@ -1,9 +1,9 @@
 // zvu get: what a URL holds, on standard output or in a file.
 #include "Command.h"
 #include "GetToFile.h"
-#include "Interrupt.h"
-#include "Progress.h"
 #include "System.h"
+#include "support/Interrupt.h"
+#include "support/Progress.h"
 
 #include "ZevrinUtils/HttpServices.h"
 

@@ -1,9 +1,9 @@
 #include "GetToFile.h"
 
 #include "Command.h"
-#include "Interrupt.h"
-#include "Progress.h"
 #include "System.h"
+#include "support/Interrupt.h"
+#include "support/Progress.h"
 
 #include "ZevrinUtils/Generators.h"
 

@@ -1,6 +1,6 @@
 // zvu listen: a port served from the command line.
 #include "Command.h"
-#include "Interrupt.h"
+#include "support/Interrupt.h"
 
 #include "ZevrinUtils/PortListener.h"
 
