@@ -35,9 +35,6 @@ inline int Fail(const std::string& strText)
     return eFailed;
 }
 
-// The system's text for a Win32 error number, on one line.
-std::string ErrorText(unsigned long nError);
-
 // The help of a command ends with an example, which is given without the program's name, and with notes before it.
 inline CLI::App& AddCommand(CLI::App& oParent, const std::string& strName, const std::string& strHelp,
                             const std::string& strExample, const std::string& strNotes = "")

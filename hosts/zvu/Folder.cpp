@@ -1,4 +1,4 @@
-// zvu folder: trees copied, deleted, listed and measured.
+// zvu folder and zvu run-and-wait: trees copied, deleted, listed and measured, and a process run to its end.
 #include "Command.h"
 
 #include "ZevrinUtils/Folder.h"
@@ -92,7 +92,7 @@ constexpr Argument s_oTo{"TO", "Folder that the copy becomes"};
 constexpr Argument s_oName{"NAME", "Name of the files, without wildcards"};
 constexpr Argument s_oNone{};
 
-struct Operation
+struct FolderOperation
 {
     const char* pszName;
     const char* pszHelp;
@@ -102,7 +102,7 @@ struct Operation
     Argument oOther = s_oNone;
     const char* pszNotes = "";
 };
-const Operation s_aOperations[] = {
+const FolderOperation s_aFolderOperations[] = {
     {"create", "Make one folder", "folder create photos", &Change<&CSFolder::CreateFolder>},
     {"delete", "Delete a tree", "folder delete photos", &Change<&CSFolder::DeleteFolder>},
     {"copy", "Copy a tree, onto one that may be there", "folder copy photos backup", &Copy<&CSFolder::CopyFolder>,
@@ -114,13 +114,19 @@ const Operation s_aOperations[] = {
      s_oName},
     {"size", "Print the size of a tree, in units of 1024 bytes", "folder size photos", &Size},
 };
+
+int RunAndWait(const std::string& strCommandLine)
+{
+    CSFolder::CreateProcessAndWait(nullptr, strCommandLine.c_str(), nullptr);
+    return eSucceeded;
+}
 }
 
 void AddFolder(CLI::App& oApp, Action& action)
 {
     auto& oGroup =
         AddGroup(oApp, "folder", "Copy, delete, list and measure trees of folders", "folder copy photos backup");
-    for (const auto& oOperation : s_aOperations)
+    for (const auto& oOperation : s_aFolderOperations)
     {
         auto& oCommand =
             AddCommand(oGroup, oOperation.pszName, oOperation.pszHelp, oOperation.pszExample, oOperation.pszNotes);
@@ -131,4 +137,13 @@ void AddFolder(CLI::App& oApp, Action& action)
         if (oOperation.pfnRun == &List)
             oCommand.add_flag("--recursive", oOptions.bRecursive, "Also the folders below those");
     }
+}
+
+void AddRunAndWait(CLI::App& oApp, Action& action)
+{
+    auto& oCommand =
+        AddCommand(oApp, "run-and-wait", "Run a command line and wait for its end", "run-and-wait 'touch \"a file\"'",
+                   "Nothing is reported, not even a program that does not start.");
+    AddArgument(oCommand, "COMMAND", Runs(oCommand, action, &RunAndWait),
+                "Program and arguments, quoted as on Windows");
 }

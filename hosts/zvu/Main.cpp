@@ -1,8 +1,6 @@
 #include "Command.h"
+#include "support/Texts.h"
 
-#include "ZevrinUtils/framework/Exception.h"
-
-#include <array>
 #include <exception>
 #include <iostream>
 
@@ -61,9 +59,6 @@ int main(int nArguments, char** ppArguments)
     }
     catch (CException* pError)
     {
-        std::array<char, 1000> achText{};
-        pError->GetErrorMessage(achText.data(), achText.size());
-        pError->Delete();
-        return Fail(achText.data());
+        return Fail(TextOf(pError));
     }
 }

@@ -1,5 +1,6 @@
 // zvu registry: parameters read and written from the command line.
 #include "Command.h"
+#include "support/Texts.h"
 
 #include "ZevrinUtils/ConfigParams.h"
 
@@ -138,7 +139,7 @@ enum eArguments
     ePathNameNumber
 };
 
-struct Operation
+struct RegistryOperation
 {
     const char* pszName;
     const char* pszHelp;
@@ -146,7 +147,7 @@ struct Operation
     eArguments eTakes;
     int (*pfnRun)(const RegistryOptions&);
 };
-const Operation s_aOperations[] = {
+const RegistryOperation s_aRegistryOperations[] = {
     {"exists", "Tell whether a key is there", "'Software\\Example'", ePath, &Exists},
     {"keys", "Print the names of a key's subkeys", "Software", ePath, &List<&CConfigParamsBase::getRegSubKeys>},
     {"values", "Print the data of a key's values", "'Software\\Example'", ePath,
@@ -163,7 +164,7 @@ void AddRegistry(CLI::App& oApp, Action& action)
 {
     auto& oGroup = AddGroup(oApp, "registry", "Read and write parameters in the registry",
                             "registry set 'Software\\Example' Greeting hello");
-    for (const auto& [pszName, pszHelp, pszExample, eTakes, pfnRun] : s_aOperations)
+    for (const auto& [pszName, pszHelp, pszExample, eTakes, pfnRun] : s_aRegistryOperations)
     {
         const bool bCreates = pfnRun != &Exists && pfnRun != &Delete;
         auto& oCommand = AddCommand(oGroup, pszName, pszHelp, std::string("registry ") + pszName + " " + pszExample,

@@ -15,7 +15,7 @@ constexpr long nAccessDenied = 5;
 
 constexpr int nFolders = 8;
 constexpr int nFilesInEach = 25;
-constexpr int nFileBytes = 4096;
+constexpr int nTreeFileBytes = 4096;
 
 constexpr auto pszScript = "# The tables of a small shop.\n"
                            "CREATE TABLE item (\n"
@@ -78,7 +78,7 @@ Outcome MakeTree(const std::filesystem::path& oTree)
         const auto oFolder = oTree / Text("folder ", nFolder);
         bMade = CSFolder::CreateFolder(oFolder.string().c_str(), strError) && bMade;
         for (int nFile = 0; nFile < nFilesInEach; ++nFile)
-            WriteFile(oFolder / Text("file ", nFile, ".txt"), std::string(nFileBytes, 'x'));
+            WriteFile(oFolder / Text("file ", nFile, ".txt"), std::string(nTreeFileBytes, 'x'));
     }
     return Judged(bMade, strError, Text(nFolders, " folders, ", nFolders * nFilesInEach, " files"));
 }
@@ -87,7 +87,7 @@ Outcome Measure(const std::string& strTree)
 {
     long nKilobytes = 0;
     CSFolder::GetFolderSize(strTree.c_str(), nKilobytes);
-    return Judged(nKilobytes == nFolders * nFilesInEach * nFileBytes / 1024, Text(nKilobytes, " KiB"));
+    return Judged(nKilobytes == nFolders * nFilesInEach * nTreeFileBytes / 1024, Text(nKilobytes, " KiB"));
 }
 
 Outcome List(const std::string& strTree)

@@ -1,9 +1,6 @@
 #include "Guide.h"
 
-#include "ZevrinUtils/framework/Exception.h"
-
 #include <algorithm>
-#include <array>
 #include <cstdlib>
 #include <exception>
 #include <iomanip>
@@ -42,23 +39,6 @@ std::string Fitted(const std::string& strText, int nWidth)
     if (strText.size() <= nRoom)
         return strText + std::string(nRoom - strText.size(), ' ');
     return strText.substr(0, nRoom - 3) + "...";
-}
-
-std::string TimeText(std::chrono::duration<double> nTook)
-{
-    const double nSeconds = nTook.count();
-    const auto [nValue, pszUnit] = nSeconds < 0.001 ? std::pair(nSeconds * 1e6, " us")
-                                   : nSeconds < 1   ? std::pair(nSeconds * 1e3, " ms")
-                                                    : std::pair(nSeconds, " s ");
-    return Text(std::fixed, std::setprecision(nValue < 10 ? 1 : 0), nValue, pszUnit);
-}
-
-std::string TextOf(CException* pError)
-{
-    std::array<char, 1000> achText{};
-    pError->GetErrorMessage(achText.data(), achText.size());
-    pError->Delete();
-    return achText.data();
 }
 }
 
@@ -134,12 +114,4 @@ bool Guide::Close() const
                   << nRight << " of " << nRight + nWrong << " right in " << TimeText(Clock::now() - m_nStart)
                   << (nLeftOut ? Text("; ", nLeftOut, " left out") : "") << std::endl;
     return nWrong == 0 && nRight > 0;
-}
-
-std::string Grouped(unsigned long long nNumber)
-{
-    std::string strText = std::to_string(nNumber);
-    for (auto nPlace = static_cast<std::ptrdiff_t>(strText.size()) - 3; nPlace > 0; nPlace -= 3)
-        strText.insert(static_cast<std::size_t>(nPlace), 1, ',');
-    return strText;
 }

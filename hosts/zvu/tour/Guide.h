@@ -2,10 +2,10 @@
 #pragma once
 
 #include "../System.h"
+#include "../support/Texts.h"
 
 #include <chrono>
 #include <functional>
-#include <sstream>
 #include <string>
 
 // What came out at one stop.
@@ -65,15 +65,3 @@ private:
     int m_anStops[Outcome::eVerdicts] = {};
     Clock::time_point m_nStart = Clock::now();
 };
-
-// All of it as one text.
-template <class... Piece>
-std::string Text(const Piece&... oPiece)
-{
-    std::ostringstream oText;
-    (oText << ... << oPiece);
-    return oText.str();
-}
-
-// 1234567 as "1,234,567".
-std::string Grouped(unsigned long long nNumber);

@@ -4,7 +4,6 @@
 #include "ZevrinUtils/PortListener.h"
 
 #include <atomic>
-#include <memory>
 
 namespace
 {
@@ -18,7 +17,7 @@ constexpr unsigned long nCancelAfter = 100'000;
 // The server of the tour: one text for each path.
 std::atomic<int> s_nRequests;
 
-unsigned long Serve(unsigned short, const char* pszRequest, ZVString& oReply, void*)
+unsigned long ServeTour(unsigned short, const char* pszRequest, ZVString& oReply, void*)
 {
     ++s_nRequests;
     const bool bLarge = std::string_view(pszRequest).starts_with("GET /large ");
@@ -30,7 +29,7 @@ unsigned long Serve(unsigned short, const char* pszRequest, ZVString& oReply, vo
 unsigned short OpenPort(CSPortListener& oListener)
 {
     for (unsigned short nPort = nFirstPort; nPort <= nLastPort; ++nPort)
-        if (oListener.Start(nPort, &Serve))
+        if (oListener.Start(nPort, &ServeTour))
             return nPort;
     return 0;
 }
@@ -104,12 +103,6 @@ Outcome IsOnline(const std::string& strUrl, bool bExpected)
     const bool bOnline = CHttpServices().IsOnline(strText) != 0;
     return Judged(bOnline == bExpected, bOnline ? "yes" : "no");
 }
-
-struct Free
-{
-    void operator()(char* pText) const { std::free(pText); }
-};
-using OwnedText = std::unique_ptr<char, Free>;
 }
 
 void ShowListenerAndHttp(Guide& oGuide, const Surroundings& oSurroundings)

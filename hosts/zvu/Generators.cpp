@@ -1,4 +1,4 @@
-// zvu password: a generated password.
+// zvu guid and zvu password: new identifiers and passwords.
 #include "Command.h"
 
 #include "ZevrinUtils/Generators.h"
@@ -7,6 +7,15 @@
 
 namespace
 {
+int Guid()
+{
+    const std::string strGuid = CSGuid::CreateGUID();
+    if (strGuid.empty())
+        return Fail("the system gives no identifier");
+    std::cout << strGuid << '\n';
+    return eSucceeded;
+}
+
 // 62 letters and digits, and three characters that come up rarely; the generator never returns if it is asked for more.
 constexpr int nMostCharacters = 65;
 
@@ -17,6 +26,11 @@ int Password(const int& nLength)
     std::cout << strPassword << '\n';
     return eSucceeded;
 }
+}
+
+void AddGuid(CLI::App& oApp, Action& action)
+{
+    AddCommand(oApp, "guid", "Print a new GUID", "guid").callback([&action] { action = &Guid; });
 }
 
 void AddPassword(CLI::App& oApp, Action& action)

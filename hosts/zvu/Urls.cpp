@@ -1,17 +1,27 @@
-// zvu url: the percent-escapes of URLs.
+// zvu online and zvu url: does a URL's server answer, and the percent-escapes of URLs.
 #include "Command.h"
 #include "System.h"
+#include "support/Texts.h"
 
 #include "ZevrinUtils/HttpServices.h"
 
-#include <cstdlib>
 #include <cstring>
 #include <iostream>
 #include <string_view>
 
 namespace
 {
-using OwnedText = std::unique_ptr<char, decltype(&std::free)>;
+int Online(const std::string& strUrl)
+{
+    CString strAsked = strUrl;
+    return PrintAnswer(CHttpServices().IsOnline(strAsked) != 0);
+}
+
+// The library takes an empty text or a long one for no URL at all, which says nothing about any server.
+std::string CheckLength(const std::string& strUrl)
+{
+    return strUrl.empty() || strUrl.size() > 259 ? "a URL has 1 to 259 bytes" : "";
+}
 
 int Print(const OwnedText& pText, std::size_t nLength)
 {
@@ -24,16 +34,23 @@ int Print(const OwnedText& pText, std::size_t nLength)
 
 int Escape(const std::string& strText)
 {
-    const OwnedText pText(CHttpServices().URL_Escape(strText.c_str(), 0), &std::free);
+    const OwnedText pText(CHttpServices().URL_Escape(strText.c_str(), 0));
     return Print(pText, pText ? std::strlen(pText.get()) : 0);
 }
 
 int Unescape(const std::string& strText)
 {
     int nLength = 0;
-    const OwnedText pText(CHttpServices().URL_UnEscape(strText.c_str(), 0, nLength), &std::free);
+    const OwnedText pText(CHttpServices().URL_UnEscape(strText.c_str(), 0, nLength));
     return Print(pText, static_cast<std::size_t>(nLength - 1));   // without the closing zero
 }
+}
+
+void AddOnline(CLI::App& oApp, Action& action)
+{
+    auto& oCommand =
+        AddCommand(oApp, "online", "Tell whether a server answers a URL's connection", "online http://127.0.0.1:8080/");
+    AddArgument(oCommand, "URL", Runs(oCommand, action, &Online), "URL of at most 259 bytes")->check(CheckLength, "");
 }
 
 void AddUrl(CLI::App& oApp, Action& action)

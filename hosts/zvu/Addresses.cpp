@@ -1,20 +1,33 @@
-// zvu resolve: names of addresses.
+// zvu ip and zvu resolve: tests on IPv4 addresses, and their names.
 #include "Command.h"
 #include "System.h"
+#include "support/Texts.h"
 
 #include "ZevrinUtils/DNSResolver.h"
+#include "ZevrinUtils/IPServices.h"
 
 #include <algorithm>
 #include <chrono>
 #include <iomanip>
 #include <iostream>
-#include <sstream>
 #include <thread>
 
 namespace
 {
+int Valid(const std::string& strText)
+{
+    return PrintAnswer(CSIPServices::IsValidIP(strText.c_str()));
+}
+
+int Local(const std::string& strText)
+{
+    bool bIsLocal = false;
+    if (CSIPServices::IsLocalIP(strText.c_str(), bIsLocal))
+        return PrintAnswer(bIsLocal);
+    return Fail("the network adapters cannot be read");
+}
+
 using Clock = std::chrono::steady_clock;
-using Microseconds = std::chrono::duration<double, std::micro>;
 
 // Between two rounds of asking. What is asked for during its lookup is looked up once more, so the rounds
 // become rarer.
@@ -25,7 +38,7 @@ constexpr auto nLongestPause = std::chrono::milliseconds(500);
 struct Answer
 {
     std::string strText;
-    Microseconds nTook{};
+    Clock::duration nTook{};
 };
 
 struct Question
@@ -94,13 +107,6 @@ std::vector<Question> AskForAll(const ResolveOptions& oOptions)
     return oQuestions;
 }
 
-std::string TimeText(Microseconds nTime)
-{
-    std::ostringstream oText;
-    oText << std::fixed << std::setprecision(1) << nTime.count() << " us";
-    return oText.str();
-}
-
 void PrintTimings(const std::vector<Question>& oQuestions)
 {
     std::size_t nWidth = 12;
@@ -145,6 +151,17 @@ std::string CheckAddress(const std::string& strText)
 {
     return WithoutPort(strText).empty() ? "no address in '" + strText + "'" : "";
 }
+}
+
+void AddIp(CLI::App& oApp, Action& action)
+{
+    auto& oGroup = AddGroup(oApp, "ip", "Test IPv4 addresses", "ip valid 192.0.2.1");
+    auto& oValid = AddCommand(oGroup, "valid", "Tell whether a text has the form of an address", "ip valid 192.0.2.1",
+                              "How many numbers it has is not looked at.");
+    AddArgument(oValid, "TEXT", Runs(oValid, action, &Valid), "Numbers from 0 to 255 with dots between");
+    auto& oLocal =
+        AddCommand(oGroup, "local", "Tell whether an address is one of this machine's", "ip local 192.0.2.1");
+    AddArgument(oLocal, "TEXT", Runs(oLocal, action, &Local), "IPv4 address as four numbers with dots between");
 }
 
 void AddResolve(CLI::App& oApp, Action& action)

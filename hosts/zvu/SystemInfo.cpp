@@ -1,0 +1,50 @@
+// zvu disk, zvu error-text and zvu inside-manager: what the system tells of itself.
+#include "Command.h"
+#include "support/Texts.h"
+
+#include "ZevrinUtils/SystemInfo.h"
+
+#include <cstdint>
+#include <iostream>
+
+namespace
+{
+int Disk(const std::string& strDirectory)
+{
+    CSystemInfo oInfo;
+    oInfo.SetDiskSpaceDirectory(strDirectory);
+    double dPercent = 0;
+    unsigned long ulMegabytes = 0;
+    if (!oInfo.GetFreeDiskSpacePercent(dPercent, ulMegabytes))
+        return Fail("the disk does not answer");
+    std::cout << dPercent << '\n' << ulMegabytes << '\n';
+    return eSucceeded;
+}
+
+int PrintErrorText(const std::uint32_t& nError)
+{
+    std::cout << ErrorText(nError) << '\n';
+    return eSucceeded;
+}
+}
+
+void AddDisk(CLI::App& oApp, Action& action)
+{
+    auto& oCommand = AddCommand(oApp, "disk", "Print how much of a disk is free, in percent and in MiB", "disk /tmp");
+    oCommand.add_option("DIRECTORY", Runs(oCommand, action, &Disk), "Any directory on it; the current one by default")
+        ->type_name("");
+}
+
+void AddErrorText(CLI::App& oApp, Action& action)
+{
+    auto& oCommand = AddCommand(oApp, "error-text", "Print the system's text for a Win32 error number", "error-text 5");
+    AddArgument(oCommand, "NUMBER", Runs(oCommand, action, &PrintErrorText), "0 to 4294967295, also as 0x and digits");
+}
+
+void AddInsideManager(CLI::App& oApp, Action& action)
+{
+    auto& oCommand = AddCommand(oApp, "inside-manager", "Tell whether vdmanager.exe stands in the command line",
+                                "inside-manager VDManager.exe");
+    oCommand.allow_extras();   // which are in the command line too
+    oCommand.callback([&action] { action = [] { return PrintAnswer(CSystemInfo::IsExecutionInsideVDManager()); }; });
+}
