@@ -151,11 +151,10 @@ std::string CheckAddress(const std::string& strText)
 {
     return WithoutPort(strText).empty() ? "no address in '" + strText + "'" : "";
 }
-}
 
-void AddIp(CLI::App& oApp, Action& action)
+void DefineIp(CLI::App& oGroup, Action& action)
 {
-    auto& oGroup = AddGroup(oApp, "ip", "Test IPv4 addresses", "ip valid 192.0.2.1");
+    oGroup.require_subcommand(1);
     auto& oValid = AddCommand(oGroup, "valid", "Tell whether a text has the form of an address", "ip valid 192.0.2.1",
                               "How many numbers it has is not looked at.");
     AddArgument(oValid, "TEXT", Runs(oValid, action, &Valid), "Numbers from 0 to 255 with dots between");
@@ -163,11 +162,10 @@ void AddIp(CLI::App& oApp, Action& action)
         AddCommand(oGroup, "local", "Tell whether an address is one of this machine's", "ip local 192.0.2.1");
     AddArgument(oLocal, "TEXT", Runs(oLocal, action, &Local), "IPv4 address as four numbers with dots between");
 }
+const Command s_oIpCommand("ip", "Test IPv4 addresses", "ip valid 192.0.2.1", &DefineIp);
 
-void AddResolve(CLI::App& oApp, Action& action)
+void DefineResolve(CLI::App& oCommand, Action& action)
 {
-    auto& oCommand = AddCommand(oApp, "resolve", "Print the host names of IPv4 addresses",
-                                "resolve 127.0.0.1 192.0.2.1:8080 --wait 5");
     auto& oOptions = Runs(oCommand, action, &Resolve);
     AddArgument(oCommand, "ADDRESS", oOptions.oAddresses, "Address, with or without a colon and port behind it")
         ->check(CheckAddress, "");
@@ -176,4 +174,7 @@ void AddResolve(CLI::App& oApp, Action& action)
         ->check(CLI::NonNegativeNumber);
     oCommand.add_flag("--timings", oOptions.bTimings,
                       "Show the first and the last answer side by side, with the time that each call took");
+}
+const Command s_oResolveCommand("resolve", "Print the host names of IPv4 addresses",
+                                "resolve 127.0.0.1 192.0.2.1:8080 --wait 5", &DefineResolve);
 }

@@ -119,12 +119,10 @@ void AddFiles(CLI::App& oCommand, CodingOptions& oOptions)
         oCommand.add_option("OUTPUT", oOptions.strOutput, "File to write; standard output without INPUT");
     pInput->type_name("")->needs(pOutput->type_name(""));
 }
-}
 
-void AddBase64(CLI::App& oApp, Action& action)
+void DefineBase64(CLI::App& oGroup, Action& action)
 {
-    auto& oGroup =
-        AddGroup(oApp, "base64", "Code bytes as Base64 text and back", "base64 encode picture.png picture.txt");
+    oGroup.require_subcommand(1);
     const std::string strLargeFiles =
         "Of a file of 4 GiB or more only the length modulo 4 GiB is coded: give such a one "
         "as standard input.";
@@ -137,4 +135,7 @@ void AddBase64(CLI::App& oApp, Action& action)
         "3072 characters,\neach by itself.\n" +
             strLargeFiles);
     AddFiles(oDecode, Runs(oDecode, action, &Decode));
+}
+const Command s_oBase64Command("base64", "Code bytes as Base64 text and back", "base64 encode picture.png picture.txt",
+                               &DefineBase64);
 }

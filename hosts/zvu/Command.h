@@ -8,6 +8,7 @@
 #include <iostream>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include <CLI/CLI.hpp>
 
@@ -20,6 +21,40 @@ enum eExitStatus
 
 // What to do once the whole command line has been read without an error; gives the exit status.
 using Action = std::function<int()>;
+
+// A command of zvu. It announces itself: an object like this in the command's own source, with static storage, is all
+// that Main needs to know of it.
+struct Command
+{
+    // Gives the command its options, which set the action when it is chosen.
+    using Define = void (*)(CLI::App& oCommand, Action& action);
+
+    Command(const char* pszItsName, const char* pszItsHelp, const char* pszItsExample, Define pfnItsDefine,
+            const char* pszItsNotes = "")
+        : pszName(pszItsName),
+          pszHelp(pszItsHelp),
+          pszExample(pszItsExample),
+          pszNotes(pszItsNotes),
+          pfnDefine(pfnItsDefine)
+    {
+        All().push_back(this);
+    }
+    Command(const Command&) = delete;
+    Command& operator=(const Command&) = delete;
+
+    // Made at the first use, as no order is promised in which the objects of several sources come to be.
+    static std::vector<const Command*>& All()
+    {
+        static std::vector<const Command*> s_oAll;
+        return s_oAll;
+    }
+
+    const char* const pszName;
+    const char* const pszHelp;
+    const char* const pszExample;   // without the program's name
+    const char* const pszNotes;
+    const Define pfnDefine;
+};
 
 // The answer to a question, and its exit status.
 inline int PrintAnswer(bool bAnswer)
@@ -44,15 +79,6 @@ inline CLI::App& AddCommand(CLI::App& oParent, const std::string& strName, const
     return *pCommand;
 }
 
-// A command that only stands before others.
-inline CLI::App& AddGroup(CLI::App& oApp, const std::string& strName, const std::string& strHelp,
-                          const std::string& strExample)
-{
-    auto& oGroup = AddCommand(oApp, strName, strHelp, strExample);
-    oGroup.require_subcommand(1);
-    return oGroup;
-}
-
 // A value that has to be given, by its place.
 template <class Value>
 CLI::Option* AddArgument(CLI::App& oCommand, const std::string& strName, Value& oValue, const std::string& strHelp)
@@ -68,25 +94,3 @@ Options& Runs(CLI::App& oCommand, Action& action, int (*pfnRun)(const Options&))
     oCommand.callback([=, &action] { action = [=] { return pfnRun(*pOptions); }; });
     return *pOptions;
 }
-
-// Each adds its command, which sets the action when it is chosen.
-void AddBase64(CLI::App& oApp, Action& action);
-void AddDisk(CLI::App& oApp, Action& action);
-void AddErrorText(CLI::App& oApp, Action& action);
-void AddFolder(CLI::App& oApp, Action& action);
-void AddGet(CLI::App& oApp, Action& action);
-void AddGuid(CLI::App& oApp, Action& action);
-void AddInsideManager(CLI::App& oApp, Action& action);
-void AddIp(CLI::App& oApp, Action& action);
-void AddListen(CLI::App& oApp, Action& action);
-void AddMail(CLI::App& oApp, Action& action);
-void AddOnline(CLI::App& oApp, Action& action);
-void AddPassword(CLI::App& oApp, Action& action);
-void AddPickFolder(CLI::App& oApp, Action& action);
-void AddRegistry(CLI::App& oApp, Action& action);
-void AddResolve(CLI::App& oApp, Action& action);
-void AddRights(CLI::App& oApp, Action& action);
-void AddRunAndWait(CLI::App& oApp, Action& action);
-void AddSql(CLI::App& oApp, Action& action);
-void AddTour(CLI::App& oApp, Action& action);
-void AddUrl(CLI::App& oApp, Action& action);

@@ -104,12 +104,9 @@ int PickFolder(const PickFolderOptions& oOptions)
     std::cout << strFolder << '\n';
     return eSucceeded;
 }
-}
 
-void AddMail(CLI::App& oApp, Action& action)
+void DefineMail(CLI::App& oCommand, Action& action)
 {
-    auto& oCommand = AddCommand(oApp, "mail", "Show a message in the mail client, ready to be sent",
-                                "mail --to jane@example.com --subject Report --attach report.pdf");
     auto& oOptions = Runs(oCommand, action, &Mail);
     oCommand.add_option("--to", oOptions.oTo, "Main recipient; may be repeated")->required()->expected(1, -1);
     oCommand.add_option("--cc", oOptions.oCc, "Copy recipient; may be repeated");
@@ -118,11 +115,11 @@ void AddMail(CLI::App& oApp, Action& action)
     oCommand.add_option("--from", oOptions.strFrom, "Sender, where the mail client takes one from others");
     oCommand.add_option("--attach", oOptions.oPaths, "File to attach; may be repeated");
 }
+const Command s_oMailCommand("mail", "Show a message in the mail client, ready to be sent",
+                             "mail --to jane@example.com --subject Report --attach report.pdf", &DefineMail);
 
-void AddPickFolder(CLI::App& oApp, Action& action)
+void DefinePickFolder(CLI::App& oCommand, Action& action)
 {
-    auto& oCommand = AddCommand(oApp, "pick-folder", "Let the user choose a folder, and print its path",
-                                "pick-folder --title 'Where to?' --start /tmp", "To cancel is a failure.");
     auto& oOptions = Runs(oCommand, action, &PickFolder);
     oCommand.add_option("--title", oOptions.strTitle, "Text above the folders")->capture_default_str();
     auto* const pStart = oCommand.add_option("--start", oOptions.strStart, "Folder that is selected at first");
@@ -133,4 +130,8 @@ void AddPickFolder(CLI::App& oApp, Action& action)
                   "not know, such as a file's")
         ->excludes(pStart)
         ->excludes(pRoot);
+}
+const Command s_oPickFolderCommand("pick-folder", "Let the user choose a folder, and print its path",
+                                   "pick-folder --title 'Where to?' --start /tmp", &DefinePickFolder,
+                                   "To cancel is a failure.");
 }

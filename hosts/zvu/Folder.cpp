@@ -120,12 +120,10 @@ int RunAndWait(const std::string& strCommandLine)
     CSFolder::CreateProcessAndWait(nullptr, strCommandLine.c_str(), nullptr);
     return eSucceeded;
 }
-}
 
-void AddFolder(CLI::App& oApp, Action& action)
+void DefineFolder(CLI::App& oGroup, Action& action)
 {
-    auto& oGroup =
-        AddGroup(oApp, "folder", "Copy, delete, list and measure trees of folders", "folder copy photos backup");
+    oGroup.require_subcommand(1);
     for (const auto& oOperation : s_aFolderOperations)
     {
         auto& oCommand =
@@ -138,12 +136,15 @@ void AddFolder(CLI::App& oApp, Action& action)
             oCommand.add_flag("--recursive", oOptions.bRecursive, "Also the folders below those");
     }
 }
+const Command s_oFolderCommand("folder", "Copy, delete, list and measure trees of folders", "folder copy photos backup",
+                               &DefineFolder);
 
-void AddRunAndWait(CLI::App& oApp, Action& action)
+void DefineRunAndWait(CLI::App& oCommand, Action& action)
 {
-    auto& oCommand =
-        AddCommand(oApp, "run-and-wait", "Run a command line and wait for its end", "run-and-wait 'touch \"a file\"'",
-                   "Nothing is reported, not even a program that does not start.");
     AddArgument(oCommand, "COMMAND", Runs(oCommand, action, &RunAndWait),
                 "Program and arguments, quoted as on Windows");
+}
+const Command s_oRunAndWaitCommand("run-and-wait", "Run a command line and wait for its end",
+                                   "run-and-wait 'touch \"a file\"'", &DefineRunAndWait,
+                                   "Nothing is reported, not even a program that does not start.");
 }

@@ -26,17 +26,19 @@ int Password(const int& nLength)
     std::cout << strPassword << '\n';
     return eSucceeded;
 }
-}
 
-void AddGuid(CLI::App& oApp, Action& action)
+void DefineGuid(CLI::App& oCommand, Action& action)
 {
-    AddCommand(oApp, "guid", "Print a new GUID", "guid").callback([&action] { action = &Guid; });
+    oCommand.callback([&action] { action = &Guid; });
 }
+const Command s_oGuidCommand("guid", "Print a new GUID", "guid", &DefineGuid);
 
-void AddPassword(CLI::App& oApp, Action& action)
+void DefinePassword(CLI::App& oCommand, Action& action)
 {
-    auto& oCommand = AddCommand(oApp, "password", "Print a password, the same one throughout a second", "password 12");
     AddArgument(oCommand, "LENGTH", Runs(oCommand, action, &Password),
                 "Least number of characters, 1 to 65; up to two more may come")
         ->check(CLI::Range(1, nMostCharacters).description(""));
+}
+const Command s_oPasswordCommand("password", "Print a password, the same one throughout a second", "password 12",
+                                 &DefinePassword);
 }

@@ -86,12 +86,9 @@ int Get(const GetOptions& oOptions)
     return oOptions.strFile.empty() ? GetToOutput(oClient, oOptions)
                                     : GetToFile(oClient, oOptions.strUrl, oOptions.strFile, oOptions.bUnique);
 }
-}
 
-void AddGet(CLI::App& oApp, Action& action)
+void DefineGet(CLI::App& oCommand, Action& action)
 {
-    auto& oCommand =
-        AddCommand(oApp, "get", "Fetch what a URL holds", "get http://127.0.0.1:8080/report -o report.txt");
     auto& oOptions = Runs(oCommand, action, &Get);
     AddArgument(oCommand, "URL", oOptions.strUrl, "http://host[:port][/path][?query]");
     auto* const pFile = oCommand.add_option("-o,--output", oOptions.strFile,
@@ -105,4 +102,7 @@ void AddGet(CLI::App& oApp, Action& action)
     oCommand.add_option("--secure", oOptions.nSecurePort, "Connect with TLS, to this port whatever the URL says")
         ->check(CLI::Range(1, 65535));
     oCommand.add_flag("--post", oOptions.bPost, "Ask with POST, without a body");
+}
+const Command s_oGetCommand("get", "Fetch what a URL holds", "get http://127.0.0.1:8080/report -o report.txt",
+                            &DefineGet);
 }

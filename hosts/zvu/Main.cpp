@@ -1,16 +1,19 @@
 #include "Command.h"
 #include "support/Texts.h"
 
+#include <algorithm>
 #include <exception>
 #include <iostream>
+#include <string_view>
 
 namespace
 {
-constexpr void (*s_apfnCommands[])(CLI::App&, Action&) = {
-    &AddBase64,  &AddDisk,   &AddErrorText,  &AddFolder, &AddGet,      &AddGuid,       &AddInsideManager,
-    &AddIp,      &AddListen, &AddMail,       &AddOnline, &AddPassword, &AddPickFolder, &AddRegistry,
-    &AddResolve, &AddRights, &AddRunAndWait, &AddSql,    &AddTour,     &AddUrl,
-};
+std::vector<const Command*> CommandsByName()
+{
+    auto oCommands = Command::All();
+    std::ranges::sort(oCommands, {}, [](const Command* pCommand) { return std::string_view(pCommand->pszName); });
+    return oCommands;
+}
 
 // A failure of usage names the command that it is about.
 std::string UsageFailure(const CLI::App* pApp, const CLI::Error& oError)
@@ -31,8 +34,9 @@ int Run(int nArguments, char** ppArguments)
                 "2 wrong usage.\n"
                 "Example: zvu resolve --help");
     Action action;
-    for (auto* const pfnAdd : s_apfnCommands)
-        pfnAdd(oApp, action);
+    for (const auto* const pCommand : CommandsByName())
+        pCommand->pfnDefine(
+            AddCommand(oApp, pCommand->pszName, pCommand->pszHelp, pCommand->pszExample, pCommand->pszNotes), action);
     try
     {
         oApp.parse(nArguments, ppArguments);

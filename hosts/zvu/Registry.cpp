@@ -158,12 +158,10 @@ const RegistryOperation s_aRegistryOperations[] = {
     {"set-dword", "Write a number", "'Software\\Example' Answer 42", ePathNameNumber, &SetDword},
     {"delete", "Remove a value", "'Software\\Example' Greeting", ePathName, &Delete},
 };
-}
 
-void AddRegistry(CLI::App& oApp, Action& action)
+void DefineRegistry(CLI::App& oGroup, Action& action)
 {
-    auto& oGroup = AddGroup(oApp, "registry", "Read and write parameters in the registry",
-                            "registry set 'Software\\Example' Greeting hello");
+    oGroup.require_subcommand(1);
     for (const auto& [pszName, pszHelp, pszExample, eTakes, pfnRun] : s_aRegistryOperations)
     {
         const bool bCreates = pfnRun != &Exists && pfnRun != &Delete;
@@ -178,4 +176,7 @@ void AddRegistry(CLI::App& oApp, Action& action)
         if (eTakes == ePathNameNumber)
             AddArgument(oCommand, "VALUE", oOptions.nValue, "Number to write, 0 to 4294967295");
     }
+}
+const Command s_oRegistryCommand("registry", "Read and write parameters in the registry",
+                                 "registry set 'Software\\Example' Greeting hello", &DefineRegistry);
 }

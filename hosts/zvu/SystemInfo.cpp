@@ -26,25 +26,27 @@ int PrintErrorText(const std::uint32_t& nError)
     std::cout << ErrorText(nError) << '\n';
     return eSucceeded;
 }
-}
 
-void AddDisk(CLI::App& oApp, Action& action)
+void DefineDisk(CLI::App& oCommand, Action& action)
 {
-    auto& oCommand = AddCommand(oApp, "disk", "Print how much of a disk is free, in percent and in MiB", "disk /tmp");
     oCommand.add_option("DIRECTORY", Runs(oCommand, action, &Disk), "Any directory on it; the current one by default")
         ->type_name("");
 }
+const Command s_oDiskCommand("disk", "Print how much of a disk is free, in percent and in MiB", "disk /tmp",
+                             &DefineDisk);
 
-void AddErrorText(CLI::App& oApp, Action& action)
+void DefineErrorText(CLI::App& oCommand, Action& action)
 {
-    auto& oCommand = AddCommand(oApp, "error-text", "Print the system's text for a Win32 error number", "error-text 5");
     AddArgument(oCommand, "NUMBER", Runs(oCommand, action, &PrintErrorText), "0 to 4294967295, also as 0x and digits");
 }
+const Command s_oErrorTextCommand("error-text", "Print the system's text for a Win32 error number", "error-text 5",
+                                  &DefineErrorText);
 
-void AddInsideManager(CLI::App& oApp, Action& action)
+void DefineInsideManager(CLI::App& oCommand, Action& action)
 {
-    auto& oCommand = AddCommand(oApp, "inside-manager", "Tell whether vdmanager.exe stands in the command line",
-                                "inside-manager VDManager.exe");
     oCommand.allow_extras();   // which are in the command line too
     oCommand.callback([&action] { action = [] { return PrintAnswer(CSystemInfo::IsExecutionInsideVDManager()); }; });
+}
+const Command s_oInsideManagerCommand("inside-manager", "Tell whether vdmanager.exe stands in the command line",
+                                      "inside-manager VDManager.exe", &DefineInsideManager);
 }

@@ -44,18 +44,17 @@ int Unescape(const std::string& strText)
     const OwnedText pText(CHttpServices().URL_UnEscape(strText.c_str(), 0, nLength));
     return Print(pText, static_cast<std::size_t>(nLength - 1));   // without the closing zero
 }
-}
 
-void AddOnline(CLI::App& oApp, Action& action)
+void DefineOnline(CLI::App& oCommand, Action& action)
 {
-    auto& oCommand =
-        AddCommand(oApp, "online", "Tell whether a server answers a URL's connection", "online http://127.0.0.1:8080/");
     AddArgument(oCommand, "URL", Runs(oCommand, action, &Online), "URL of at most 259 bytes")->check(CheckLength, "");
 }
+const Command s_oOnlineCommand("online", "Tell whether a server answers a URL's connection",
+                               "online http://127.0.0.1:8080/", &DefineOnline);
 
-void AddUrl(CLI::App& oApp, Action& action)
+void DefineUrl(CLI::App& oGroup, Action& action)
 {
-    auto& oGroup = AddGroup(oApp, "url", "Escape a text for a URL, or undo that", "url escape 'a b&c'");
+    oGroup.require_subcommand(1);
     auto& oEscape =
         AddCommand(oGroup, "escape", "Print a text with all but letters and digits escaped", "url escape 'a b&c'");
     AddArgument(oEscape, "TEXT", Runs(oEscape, action, &Escape), "Any text");
@@ -63,4 +62,6 @@ void AddUrl(CLI::App& oApp, Action& action)
         AddCommand(oGroup, "unescape", "Print a text with its escapes undone, and each + behind a ? as a blank",
                    "url unescape '?q=a+b%26c'");
     AddArgument(oUnescape, "TEXT", Runs(oUnescape, action, &Unescape), "Text with escapes of a % and two digits");
+}
+const Command s_oUrlCommand("url", "Escape a text for a URL, or undo that", "url escape 'a b&c'", &DefineUrl);
 }

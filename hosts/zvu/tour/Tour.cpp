@@ -70,6 +70,16 @@ int Tour()
     }
     return oGuide.Close() ? eSucceeded : eFailed;
 }
+
+void DefineTour(CLI::App& oCommand, Action& action)
+{
+    oCommand.callback([&action] { action = &Tour; });
+}
+const Command s_oTourCommand(
+    "tour", "Show every family of the library at work", "tour", &DefineTour,
+    "It works in a folder of its own under the one for temporary files and on the loopback network, and\n"
+    "leaves nothing behind but, on Windows, an empty registry key. Without a terminal the rows have tabs\n"
+    "between verdict, family, question, answer and milliseconds.");
 }
 
 void WriteFile(const std::filesystem::path& oPath, const std::string& strBytes)
@@ -84,13 +94,4 @@ std::string ReadFile(const std::filesystem::path& oPath)
     std::ostringstream oBytes;
     oBytes << std::ifstream(oPath, std::ios::binary).rdbuf();
     return oBytes.str();
-}
-
-void AddTour(CLI::App& oApp, Action& action)
-{
-    AddCommand(oApp, "tour", "Show every family of the library at work", "tour",
-               "It works in a folder of its own under the one for temporary files and on the loopback network, and\n"
-               "leaves nothing behind but, on Windows, an empty registry key. Without a terminal the rows have tabs\n"
-               "between verdict, family, question, answer and milliseconds.")
-        .callback([&action] { action = &Tour; });
 }
