@@ -1,6 +1,7 @@
 // What the host asks of the system by itself.
 #pragma once
 
+#include <cstdio>
 #include <string>
 
 // The library leaves it to its host to start the socket layer, and what windows need. Both last until the process
@@ -25,6 +26,9 @@ enum eStandardStream
 void MakeBinary(eStandardStream eStream);
 
 bool IsTerminal(eStandardStream eStream);
+
+// Removes a file in a signal's handler, although it may still be open for writing: through pFile, if that is not null.
+void RemoveInHandler(const char* pszPath, std::FILE* pFile);
 
 // How wide the terminal is, in characters; 0 if the stream is none.
 int TerminalColumns(eStandardStream eStream);

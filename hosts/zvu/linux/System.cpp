@@ -38,6 +38,11 @@ bool IsTerminal(eStandardStream eStream)
     return isatty(eStream) != 0;
 }
 
+void RemoveInHandler(const char* pszPath, std::FILE*)
+{
+    unlink(pszPath);
+}
+
 int TerminalColumns(eStandardStream eStream)
 {
     constexpr int nUsualColumns = 80;   // of a terminal that does not tell

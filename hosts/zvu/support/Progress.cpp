@@ -28,9 +28,9 @@ Progress::~Progress()
     std::cerr << '\n';
 }
 
-void Progress::Set(std::uint64_t nBytes)
+void Progress::Add(std::uint64_t nBytes)
 {
-    m_nBytes = nBytes;
+    m_nBytes += nBytes;
     if (m_bShown && Clock::now() >= m_nNextDraw)
         Draw();
 }

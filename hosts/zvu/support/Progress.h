@@ -19,8 +19,7 @@ public:
     // The size as announced. It is taken for unknown as soon as more than that has arrived.
     void Expect(std::uint64_t nBytes) { m_nExpected = nBytes; }
 
-    void Add(std::uint64_t nBytes) { Set(m_nBytes + nBytes); }
-    void Set(std::uint64_t nBytes);
+    void Add(std::uint64_t nBytes);
 
 private:
     using Clock = std::chrono::steady_clock;

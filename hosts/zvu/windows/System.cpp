@@ -50,6 +50,14 @@ bool IsTerminal(eStandardStream eStream)
     return _isatty(eStream) != 0;
 }
 
+// An open file cannot be removed. Handlers run on a thread of their own, so that this may wait for a write.
+void RemoveInHandler(const char* pszPath, std::FILE* pFile)
+{
+    if (pFile)
+        _close(_fileno(pFile));
+    _unlink(pszPath);
+}
+
 int TerminalColumns(eStandardStream eStream)
 {
     CONSOLE_SCREEN_BUFFER_INFO oInfo{};   // the null device counts as a terminal, but has none
