@@ -1,4 +1,5 @@
-// zvu ip and zvu resolve: tests on IPv4 addresses, and their names.
+// zvu ip and zvu resolve: tests on IPv4 addresses, and their host names. The resolver answers at once with what it
+// knows and looks up the rest behind the scenes, so zvu asks again until it knows.
 #include "Command.h"
 #include "System.h"
 #include "support/Texts.h"
@@ -29,8 +30,8 @@ int Local(const std::string& strText)
 
 using Clock = std::chrono::steady_clock;
 
-// Between two rounds of asking. What is asked for during its lookup is looked up once more, so the rounds
-// become rarer.
+// Between two rounds of questions. The rounds become rarer, because an address that is asked for during its lookup is
+// looked up once more.
 constexpr auto nFirstPause = std::chrono::milliseconds(5);
 constexpr auto nLongestPause = std::chrono::milliseconds(500);
 
@@ -68,7 +69,7 @@ std::string WithoutPort(const std::string& strAddress)
     return strAddress.substr(0, strAddress.find(':'));
 }
 
-// A failed lookup shows only in that the port is gone, so the question is put with one.
+// A failed lookup shows only by the port that is gone from the answer, so the question always has one.
 bool IsKnown(const std::string& strAddress)
 {
     const std::string strAsked = WithoutPort(strAddress) + ":0";

@@ -1,7 +1,6 @@
-// The commands of the command-line host.
-//
-// Results go to standard output, one per line; failures and progress to standard error. Exit status:
-// 0 success, 1 the operation failed, 2 wrong usage.
+// The means of which the commands of zvu are made. A new command takes its source, which announces it, its entry in
+// zvu.1 and its test in tests/hosts. Results go to standard output, one per line; failures and progress to standard
+// error.
 #pragma once
 
 #include <functional>
@@ -19,14 +18,14 @@ enum eExitStatus
     eWrongUsage = 2
 };
 
-// What to do once the whole command line has been read without an error; gives the exit status.
+// The work of a command, once the whole command line has been read without an error. Returns the exit status.
 using Action = std::function<int()>;
 
-// A command of zvu. It announces itself: an object like this in the command's own source, with static storage, is all
-// that Main needs to know of it.
+// A command of zvu. An object of this type with static storage, in the command's own source, announces the command to
+// Main; nothing else names it.
 struct Command
 {
-    // Gives the command its options, which set the action when it is chosen.
+    // Adds the options of the command, and sets the action for when it is chosen.
     using Define = void (*)(CLI::App& oCommand, Action& action);
 
     Command(const char* pszItsName, const char* pszItsHelp, const char* pszItsExample, Define pfnItsDefine,
@@ -42,7 +41,7 @@ struct Command
     Command(const Command&) = delete;
     Command& operator=(const Command&) = delete;
 
-    // Made at the first use, as no order is promised in which the objects of several sources come to be.
+    // Made at the first use: objects of several sources are constructed in no promised order.
     static std::vector<const Command*>& All()
     {
         static std::vector<const Command*> s_oAll;
@@ -56,21 +55,21 @@ struct Command
     const Define pfnDefine;
 };
 
-// The answer to a question, and its exit status.
+// Prints the answer to a question. Returns the exit status for it.
 inline int PrintAnswer(bool bAnswer)
 {
     std::cout << (bAnswer ? "true\n" : "false\n");
     return bAnswer ? eSucceeded : eFailed;
 }
 
-// Tells of a failure, and gives its exit status.
+// Prints the text of a failure. Returns the exit status for it.
 inline int Fail(const std::string& strText)
 {
     std::cerr << "zvu: " << strText << '\n';
     return eFailed;
 }
 
-// The help of a command ends with an example, which is given without the program's name, and with notes before it.
+// A command below another. Its help ends with the notes and the example, which is given without the program's name.
 inline CLI::App& AddCommand(CLI::App& oParent, const std::string& strName, const std::string& strHelp,
                             const std::string& strExample, const std::string& strNotes = "")
 {
@@ -79,14 +78,14 @@ inline CLI::App& AddCommand(CLI::App& oParent, const std::string& strName, const
     return *pCommand;
 }
 
-// A value that has to be given, by its place.
+// A value that the user has to give, known by its place in the command line.
 template <class Value>
 CLI::Option* AddArgument(CLI::App& oCommand, const std::string& strName, Value& oValue, const std::string& strHelp)
 {
     return oCommand.add_option(strName, oValue, strHelp)->required()->type_name("");
 }
 
-// The options of a command, for which it runs once all of them have been read.
+// Lets the command run pfnRun over its options, once all of them have been read.
 template <class Options>
 Options& Runs(CLI::App& oCommand, Action& action, int (*pfnRun)(const Options&))
 {

@@ -1,4 +1,4 @@
-// zvu mail and zvu pick-folder: the windows of the desktop.
+// zvu mail and zvu pick-folder: the commands that open a window, in which the user does the rest.
 #include "Command.h"
 #include "System.h"
 
@@ -26,7 +26,7 @@ struct MailOptions
     std::string strFrom;
 };
 
-// Tells of the failure that the mail holds; false if there is none.
+// Prints the failure that the mail holds. False if there is none.
 bool ReportFailure(CSIMapi& oMail)
 {
     unsigned int nCode = 0;

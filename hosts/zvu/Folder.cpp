@@ -1,4 +1,4 @@
-// zvu folder and zvu run-and-wait: trees copied, deleted, listed and measured, and a process run to its end.
+// zvu folder and zvu run-and-wait: the operations of CSFolder on trees, and its run of a process to the end.
 #include "Command.h"
 
 #include "ZevrinUtils/Folder.h"
@@ -16,7 +16,7 @@ struct FolderOptions
     bool bRecursive = false;
 };
 
-// A text may stand beside a success, of what was in use and passed by.
+// A success may have a text too: it names what was in use and was passed over.
 int Report(bool bSucceeded, const std::string& strError)
 {
     if (!strError.empty())
@@ -40,7 +40,7 @@ int Copy(const FolderOptions& oOptions)
     return Report(bSucceeded, strError);
 }
 
-// Of a folder that cannot be read the library tells nothing, as of an empty one.
+// The library lists nothing of a folder that cannot be read, just as of an empty one.
 bool IsFolder(std::string strPath)
 {
     std::ranges::replace(strPath, '\\', static_cast<char>(std::filesystem::path::preferred_separator));

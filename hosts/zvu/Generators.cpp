@@ -1,4 +1,4 @@
-// zvu guid and zvu password: new identifiers and passwords.
+// zvu guid and zvu password: new identifiers and passwords, from the library's generators.
 #include "Command.h"
 
 #include "ZevrinUtils/Generators.h"
@@ -16,7 +16,7 @@ int Guid()
     return eSucceeded;
 }
 
-// 62 letters and digits, and three characters that come up rarely; the generator never returns if it is asked for more.
+// 62 letters and digits, and three characters that come up rarely. Asked for more, the generator never returns.
 constexpr int nMostCharacters = 65;
 
 int Password(const int& nLength)

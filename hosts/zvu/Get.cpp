@@ -1,4 +1,5 @@
-// zvu get: fetches what a URL holds, to standard output or into a file, both through one retrieval with one observer.
+// zvu get: fetches what a URL holds, to standard output or into a file. Both go through one retrieval with one
+// observer, so that options, progress and Ctrl-C are the same.
 #include "Command.h"
 #include "System.h"
 #include "support/Interrupt.h"
@@ -27,7 +28,7 @@ struct GetOptions
     bool bPost = false;
 };
 
-// Lets the user see how far the answer is, and begins its file with it, so that no failure before touches anything.
+// Shows the user how far the answer is. Opens its file only when it begins, so that an earlier failure touches nothing.
 class Observer : public CHTTPRequestObserver
 {
 public:
@@ -63,7 +64,7 @@ void Configure(CHttpServices& oClient, const GetOptions& oOptions)
                                      oOptions.nSecurePort);
 }
 
-// pFile: the one behind the stream; null for standard output
+// pFile: the file behind the stream; null for standard output
 int Fetch(const GetOptions& oOptions, std::ostream& oOutput, OutputFile* pFile)
 {
     CHttpServices oClient;
@@ -73,7 +74,7 @@ int Fetch(const GetOptions& oOptions, std::ostream& oOutput, OutputFile* pFile)
     CString strNewHost;
     auto eResult = CHttpServices::eHttpReqOK;
     {
-        // Text and progress would run into each other on one terminal.
+        // On one terminal, text and progress would run into each other.
         Progress oProgress(IsTerminal(eStandardError) && (pFile || !IsTerminal(eStandardOutput)));
         Observer oObserver(oProgress, pFile);
         eResult = oClient.eCopyURLFile(oOptions.strUrl, oOutput, strNewHost, &oObserver, 0, oOptions.bUnique, &strError,

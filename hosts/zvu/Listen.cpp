@@ -1,4 +1,4 @@
-// zvu listen: a port served from the command line.
+// zvu listen: serves a port with a reply from the command line, until Ctrl-C or a number of requests ends it.
 #include "Command.h"
 #include "support/Interrupt.h"
 
@@ -24,7 +24,7 @@ struct ListenOptions
     int nCount = 0;   // requests to serve; 0 for no limit
 };
 
-// What the handler works on.
+// The state on which the handler works.
 struct Service
 {
     const ListenOptions oOptions;

@@ -1,3 +1,4 @@
+// The program zvu: gathers the commands that have announced themselves, reads the command line and runs the one chosen.
 #include "Command.h"
 #include "support/Texts.h"
 
@@ -15,7 +16,7 @@ std::vector<const Command*> CommandsByName()
     return oCommands;
 }
 
-// A failure of usage names the command that it is about.
+// The text of wrong usage names the command that it is about.
 std::string UsageFailure(const CLI::App* pApp, const CLI::Error& oError)
 {
     std::string strCommand = pApp->get_name();

@@ -1,4 +1,5 @@
-// zvu registry: parameters read and written from the command line.
+// zvu registry: reads and writes parameters. The library does not tell whether a change was refused, so zvu reads back
+// what it has changed.
 #include "Command.h"
 #include "support/Texts.h"
 
@@ -26,7 +27,7 @@ enum class Missing
     eIsMade
 };
 
-// Gives the opened key to use(CConfigParamsBase&, HKEY&), whose result is the exit status.
+// Calls use(CConfigParamsBase&, HKEY&) with the opened key. Returns the exit status that it returns.
 template <class Use>
 int WithKey(const RegistryOptions& oOptions, Missing eMissing, Use use)
 {
@@ -58,7 +59,7 @@ int Exists(const RegistryOptions& oOptions)
     return PrintAnswer(CConfigParamsBase().IsRegistryKeyExists(HKEY_LOCAL_MACHINE, oOptions.strPath.c_str()));
 }
 
-// A listing does not tell whether it could open the key.
+// The library's listing does not tell if it could open the key, so the key is opened before.
 template <auto pList>
 int List(const RegistryOptions& oOptions)
 {
@@ -93,7 +94,7 @@ int GetDword(const RegistryOptions& oOptions)
     });
 }
 
-// A write does not tell whether it was refused.
+// The library does not tell if a write was refused, so the value is read back.
 int Set(const RegistryOptions& oOptions)
 {
     return WithKey(oOptions, Missing::eIsMade, [&](CConfigParamsBase& oParams, HKEY& hKey) {
@@ -116,7 +117,7 @@ int SetDword(const RegistryOptions& oOptions)
     });
 }
 
-// Nor does a removal.
+// The library does not tell if a removal was refused, either.
 int Delete(const RegistryOptions& oOptions)
 {
     return WithKey(oOptions, Missing::eFails, [&](CConfigParamsBase& oParams, HKEY& hKey) {

@@ -1,4 +1,4 @@
-// zvu rights: full access for an account.
+// zvu rights: gives an account full access to a folder or file.
 #include "Command.h"
 
 #include "ZevrinUtils/FileAccessRights.h"

@@ -1,4 +1,4 @@
-// zvu sql: the statements of a script.
+// zvu sql: prints the statements of a script as the library splits it.
 #include "Command.h"
 
 #include "ZevrinUtils/SQLFileParser.h"

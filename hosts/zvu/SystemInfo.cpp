@@ -1,4 +1,4 @@
-// zvu disk, zvu error-text and zvu inside-manager: what the system tells of itself.
+// zvu disk, zvu error-text and zvu inside-manager: the questions to the system that CSystemInfo answers.
 #include "Command.h"
 #include "support/Texts.h"
 

@@ -1,4 +1,4 @@
-// zvu online and zvu url: does a URL's server answer, and the percent-escapes of URLs.
+// zvu online and zvu url: tells if a URL's server answers, and escapes and unescapes texts for URLs.
 #include "Command.h"
 #include "System.h"
 #include "support/Texts.h"
@@ -17,7 +17,7 @@ int Online(const std::string& strUrl)
     return PrintAnswer(CHttpServices().IsOnline(strAsked) != 0);
 }
 
-// The library takes an empty text or a long one for no URL at all, which says nothing about any server.
+// The library takes an empty or a long text for no URL at all, and its answer would say nothing about a server.
 std::string CheckLength(const std::string& strUrl)
 {
     return strUrl.empty() || strUrl.size() > 259 ? "a URL has 1 to 259 bytes" : "";

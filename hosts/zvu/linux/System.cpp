@@ -1,3 +1,4 @@
+// The host's requests to the system, on Linux.
 #include "../System.h"
 
 #include <sys/ioctl.h>
@@ -9,7 +10,7 @@
 #include <iterator>
 #include <string_view>
 
-// Linux has nothing to start, and translates nothing.
+// Linux has nothing to start.
 bool StartSocketLayer()
 {
     return true;
@@ -20,6 +21,7 @@ bool StartUserInterface()
     return true;
 }
 
+// Linux translates no bytes.
 void MakeBinary(eStandardStream) {}
 
 std::string ProgramPath()

@@ -1,4 +1,4 @@
-// The handlers of signals: they may only do what is safe amid any other call.
+// The handlers of Ctrl-C. They run amid any other call, so they do only what is safe there.
 #include "Interrupt.h"
 
 #include "../System.h"

@@ -1,16 +1,16 @@
-// The user's wish that the program ends. Most of what zvu calls cannot be woken, so it is asked for in order first, and
-// then done at once.
+// Ctrl-C, the user's wish that the program ends. Most calls of the library cannot be woken, so zvu first asks for an
+// orderly end, and a second Ctrl-C does without it.
 #pragma once
 
 #include <cstdio>
 
-// From now on the first signal of this number, SIGINT for Ctrl-C, asks for an orderly end. A second one ends the
-// program at once, because what waits for something else cannot look.
+// From now on the first signal of this number, SIGINT for Ctrl-C, sets IsInterrupted. The second one ends the program
+// at once, even while a call waits for something else.
 void WatchForInterrupt(int nSignal);
 
 // From any thread.
 bool IsInterrupted();
 
-// An end at once removes the file of this path, which lasts until the next call; null: none. pFile is the one through
-// which it is written, or null.
+// The second signal removes this file before the end. The path must live until the next call; null: there is none.
+// pFile is the open file, or null.
 void RemoveAtInterrupt(const char* pszPath, std::FILE* pFile);

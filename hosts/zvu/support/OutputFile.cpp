@@ -19,7 +19,7 @@ std::error_code LastError()
     return {errno, std::generic_category()};
 }
 
-// The place that a path names through its links, also one where nothing is yet.
+// The path of the file that is meant: a link is followed, even to a place where nothing is yet.
 std::filesystem::path BehindLinks(std::filesystem::path oPath)
 {
     std::error_code oIgnored;
@@ -37,7 +37,7 @@ OutputFile::~OutputFile()
         std::error_code oIgnored;
         const std::filesystem::path oWritten = m_strWritten;
         permissions(oWritten, std::filesystem::perms::owner_write, std::filesystem::perm_options::add, oIgnored);
-        remove(oWritten, oIgnored);   // on Windows never a file that is read-only
+        remove(oWritten, oIgnored);   // Windows removes no file that is read-only
     }
     RemoveAtInterrupt(nullptr, nullptr);
 }
@@ -69,7 +69,7 @@ void OutputFile::Open()
         return;
     RemoveAtInterrupt(m_strWritten.c_str(), m_pFile);
     oError.clear();
-    if (exists(oStatus))   // now, as nobody else may read what is to become a private file
+    if (exists(oStatus))   // from the first byte on, since the file may be private
         permissions(m_strWritten, oStatus.permissions(), oError);
     Note(oError);
 }

@@ -8,8 +8,8 @@
 #include <system_error>
 #include <utility>
 
-// A buffer for a std::ostream. The bytes are gathered beside the file under a name of its own, which goes again unless
-// they are put in the file's place. A device, or whatever else is no ordinary file, takes them itself.
+// A buffer for a std::ostream. The bytes are gathered in a file beside it, which is removed unless Complete puts it in
+// the file's place. A device, or anything else that is no ordinary file, takes the bytes itself.
 class OutputFile : public std::streambuf
 {
 public:
@@ -18,13 +18,13 @@ public:
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
 
-    // Before it nothing is touched. A failure shows as one of the first write, and in Fault.
+    // Nothing is touched before this call. Its failure is told by the next write and by Complete.
     void Open();
 
     // Puts the bytes in the file's place; false if that fails, or anything failed before.
     bool Complete();
 
-    // What went wrong first, with the file's name; empty if nothing did.
+    // The first failure, with the file's name; empty if there is none.
     const std::string& Fault() const { return m_strFault; }
 
 protected:
@@ -32,7 +32,7 @@ protected:
     std::streamsize xsputn(const char* pchBytes, std::streamsize nBytes) override;
 
 private:
-    // Keeps the first error that is one. True if this is none.
+    // Keeps the first error as the fault. False if this is an error.
     bool Note(const std::error_code& oError);
     bool Close();
     bool IsBeside() const { return m_strWritten != m_strPlace; }

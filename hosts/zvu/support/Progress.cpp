@@ -1,4 +1,4 @@
-// The line of a transfer under way.
+// The line of a transfer under way, drawn over itself.
 #include "Progress.h"
 
 #include "Texts.h"

@@ -1,4 +1,4 @@
-// The texts that several commands make.
+// The wording of times, numbers and failures.
 #include "Texts.h"
 
 #include "ZevrinUtils/SystemInfo.h"
@@ -10,7 +10,7 @@
 
 namespace
 {
-// From a minute on, as a clock shows it.
+// Minutes and seconds as on a clock, with hours if there are any.
 std::string ClockText(std::uint64_t nSeconds)
 {
     const auto twoDigits = [](std::uint64_t nNumber) { return Text(std::setw(2), std::setfill('0'), nNumber); };

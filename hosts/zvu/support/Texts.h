@@ -9,7 +9,7 @@
 #include <sstream>
 #include <string>
 
-// All of it as one text.
+// The pieces as one text.
 template <class... Piece>
 std::string Text(const Piece&... oPiece)
 {
@@ -30,10 +30,10 @@ std::string SizeText(double nBytes);
 // The system's text for a Win32 error number, on one line.
 std::string ErrorText(unsigned long nError);
 
-// The text of an exception of the library, which is deleted, as its catcher has to.
+// The text of an exception that the library has thrown. It deletes the exception, which is the catcher's duty.
 std::string TextOf(CException* pError);
 
-// A text that the library leaves to its caller, who frees it.
+// A text of the library that the caller has to free.
 struct Free
 {
     void operator()(char* pText) const { std::free(pText); }

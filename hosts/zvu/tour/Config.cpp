@@ -1,3 +1,5 @@
+// The tour's stops at the registry, folders, access rights, SQL scripts and the system: each asks for something that it
+// can judge by itself.
 #include "Families.h"
 
 #include "ZevrinUtils/ConfigParams.h"
@@ -27,7 +29,7 @@ constexpr auto pszScript = "# The tables of a small shop.\n"
                            "INSERT INTO item VALUES (1, 'tea');\n"
                            "INSERT INTO item VALUES (2, 'sugar');\n";
 
-// Everyone, under the name that every machine knows.
+// The SID of everyone, which every machine knows.
 constexpr auto pszEveryone = "S-1-1-0";
 
 Outcome WriteParameters()
@@ -104,7 +106,7 @@ Outcome Find(const std::string& strTree)
     return Judged(oFiles.size() == nFolders, Text(oFiles.size(), " files"));
 }
 
-// The one program that is sure to be on this machine is this one.
+// The only program that is sure to be on this machine is zvu itself.
 Outcome RunProcess(const Surroundings& oSurroundings)
 {
     const auto oText = oSurroundings.oScratch / "plain text";

@@ -1,3 +1,4 @@
+// The tour's table, for a person at a terminal or for a program behind a pipe.
 #include "Guide.h"
 
 #include <algorithm>
@@ -22,7 +23,7 @@ struct Verdict
 constexpr Verdict s_aVerdicts[] = {{"ok", eGood}, {"WRONG", eBad}, {"left out", eDoubtful}};
 static_assert(std::size(s_aVerdicts) == Outcome::eVerdicts);
 
-// A row is one line: what would end it becomes a blank.
+// A row is one line: characters that would break it become blanks.
 std::string OneLine(std::string strText)
 {
     while (!strText.empty() && std::isspace(static_cast<unsigned char>(strText.back())))
@@ -32,7 +33,7 @@ std::string OneLine(std::string strText)
     return strText;
 }
 
-// At most so many characters, padded to as many.
+// The text cut or padded to this many characters.
 std::string Fitted(const std::string& strText, int nWidth)
 {
     const auto nRoom = static_cast<std::size_t>(nWidth);
@@ -100,7 +101,7 @@ void Guide::PrintRow(const std::string& strAsked, const Outcome& oOutcome, std::
     const int nAnswerWidth = m_nColumns - nVerdictWidth - nAskedWidth - nTimeWidth - 5;
     std::cout << Fitted(strAsked, nAskedWidth) << "  " << Fitted(oOutcome.strText, nAnswerWidth);
     Style(eFaint);
-    // What was left out took no time that anyone wants to know.
+    // A stop that was left out has no time worth showing.
     std::cout << std::right << std::setw(nTimeWidth) << (oOutcome.eHow == Outcome::eLeftOut ? "" : TimeText(nTook));
     Style(ePlain);
     std::cout << std::endl;

@@ -1,3 +1,5 @@
+// The tour's stops at the port listener and the HTTP client, which talk to each other, so that the tour needs no
+// network.
 #include "Families.h"
 
 #include "ZevrinUtils/HttpServices.h"
@@ -7,7 +9,7 @@
 
 namespace
 {
-// Of the ports that systems leave to everyone; one of so many should be free.
+// Ports that systems leave to everyone. Of so many, one should be free.
 constexpr unsigned short nFirstPort = 50'000;
 constexpr unsigned short nLastPort = 50'999;
 
@@ -34,7 +36,7 @@ unsigned short OpenPort(CSPortListener& oListener)
     return 0;
 }
 
-// Counts what arrives, and cancels after so many bytes.
+// Counts the bytes that arrive, and cancels when they are too many.
 class Counter : public CHTTPRequestObserver
 {
 public:

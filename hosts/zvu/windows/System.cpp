@@ -1,3 +1,4 @@
+// The host's requests to the system, on Windows.
 #include "../System.h"
 
 #include "ZevrinUtils/Types.h"
@@ -50,7 +51,8 @@ bool IsTerminal(eStandardStream eStream)
     return _isatty(eStream) != 0;
 }
 
-// An open file cannot be removed. Handlers run on a thread of their own, so that this may wait for a write.
+// An open file cannot be removed, so it is closed. Handlers run on a thread of their own and may wait for a write to
+// end.
 void RemoveInHandler(const char* pszPath, std::FILE* pFile)
 {
     if (pFile)
