@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdio>
+#include <filesystem>
 #include <string>
 
 // The library leaves it to its host to start the socket layer and the user interface. Both last until the process ends.
@@ -28,8 +29,11 @@ void MakeBinary(eStandardStream eStream);
 
 bool IsTerminal(eStandardStream eStream);
 
+// Creates or empties a file for bytes as they are; null, with errno, if that fails.
+std::FILE* OpenForWriting(const std::filesystem::path& oPath);
+
 // Removes a file that may still be open for writing through pFile, which may be null. Safe in a signal's handler.
-void RemoveInHandler(const char* pszPath, std::FILE* pFile);
+void RemoveInHandler(const std::filesystem::path& oPath, std::FILE* pFile);
 
 // The width of the terminal in characters; 0 if the stream is no terminal.
 int TerminalColumns(eStandardStream eStream);

@@ -5,7 +5,6 @@
 #include <unistd.h>
 
 #include <cstdlib>
-#include <filesystem>
 #include <iostream>
 #include <iterator>
 #include <string_view>
@@ -40,9 +39,14 @@ bool IsTerminal(eStandardStream eStream)
     return isatty(eStream) != 0;
 }
 
-void RemoveInHandler(const char* pszPath, std::FILE*)
+std::FILE* OpenForWriting(const std::filesystem::path& oPath)
 {
-    unlink(pszPath);
+    return std::fopen(oPath.c_str(), "wb");
+}
+
+void RemoveInHandler(const std::filesystem::path& oPath, std::FILE*)
+{
+    unlink(oPath.c_str());
 }
 
 int TerminalColumns(eStandardStream eStream)

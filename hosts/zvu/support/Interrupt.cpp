@@ -10,14 +10,14 @@
 namespace
 {
 std::atomic<bool> s_bInterrupted = false;
-std::atomic<const char*> s_pszUnfinished = nullptr;
-std::atomic<std::FILE*> s_pUnfinished = nullptr;
-static_assert(std::atomic<bool>::is_always_lock_free && std::atomic<const char*>::is_always_lock_free);
+std::atomic<const std::filesystem::path*> s_pUnfinishedPath = nullptr;
+std::atomic<std::FILE*> s_pUnfinishedFile = nullptr;
+static_assert(std::atomic<bool>::is_always_lock_free && std::atomic<std::FILE*>::is_always_lock_free);
 
 void OnSecondSignal(int nSignal)
 {
-    if (const char* const pszPath = s_pszUnfinished)
-        RemoveInHandler(pszPath, s_pUnfinished);
+    if (const std::filesystem::path* const pPath = s_pUnfinishedPath)
+        RemoveInHandler(*pPath, s_pUnfinishedFile);
     std::signal(nSignal, SIG_DFL);
     std::raise(nSignal);
 }
@@ -41,8 +41,8 @@ bool IsInterrupted()
     return s_bInterrupted;
 }
 
-void RemoveAtInterrupt(const char* pszPath, std::FILE* pFile)
+void RemoveAtInterrupt(const std::filesystem::path* pPath, std::FILE* pFile)
 {
-    s_pUnfinished = pFile;
-    s_pszUnfinished = pszPath;
+    s_pUnfinishedFile = pFile;
+    s_pUnfinishedPath = pPath;
 }

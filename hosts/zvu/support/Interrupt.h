@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdio>
+#include <filesystem>
 
 // From now on the first signal of this number, SIGINT for Ctrl-C, sets IsInterrupted. The second one ends the program
 // at once, even while a call waits for something else.
@@ -13,4 +14,4 @@ bool IsInterrupted();
 
 // The second signal removes this file before the end. The path must live until the next call; null: there is none.
 // pFile is the open file, or null.
-void RemoveAtInterrupt(const char* pszPath, std::FILE* pFile);
+void RemoveAtInterrupt(const std::filesystem::path* pPath, std::FILE* pFile);

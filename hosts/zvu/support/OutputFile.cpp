@@ -2,12 +2,12 @@
 // call of each of the library's blocks.
 #include "OutputFile.h"
 
+#include "../System.h"
 #include "Interrupt.h"
 
 #include "ZevrinUtils/Generators.h"
 
 #include <cerrno>
-#include <filesystem>
 
 namespace
 {
@@ -35,9 +35,8 @@ OutputFile::~OutputFile()
     if (IsBeside())
     {
         std::error_code oIgnored;
-        const std::filesystem::path oWritten = m_strWritten;
-        permissions(oWritten, std::filesystem::perms::owner_write, std::filesystem::perm_options::add, oIgnored);
-        remove(oWritten, oIgnored);   // Windows removes no file that is read-only
+        permissions(m_oWritten, std::filesystem::perms::owner_write, std::filesystem::perm_options::add, oIgnored);
+        remove(m_oWritten, oIgnored);   // Windows removes no file that is read-only
     }
     RemoveAtInterrupt(nullptr, nullptr);
 }
@@ -45,9 +44,8 @@ OutputFile::~OutputFile()
 void OutputFile::Open()
 {
     std::error_code oError;
-    const auto oPlace = BehindLinks(m_strFile);
-    const auto oStatus = status(oPlace, oError);
-    m_strPlace = m_strWritten = oPlace.string();
+    m_oPlace = m_oWritten = BehindLinks(m_strFile);
+    const auto oStatus = status(m_oPlace, oError);
     if (oStatus.type() == std::filesystem::file_type::none)
     {
         Note(oError);
@@ -55,10 +53,10 @@ void OutputFile::Open()
     }
     if (!exists(oStatus) || is_regular_file(oStatus))
     {
-        m_strWritten += "." + CSGuid::CreateGUID().substr(0, 8) + ".part";
-        RemoveAtInterrupt(m_strWritten.c_str(), nullptr);
+        m_oWritten += "." + CSGuid::CreateGUID().substr(0, 8) + ".part";
+        RemoveAtInterrupt(&m_oWritten, nullptr);
     }
-    m_pFile = std::fopen(m_strWritten.c_str(), "wb");
+    m_pFile = OpenForWriting(m_oWritten);
     if (!m_pFile)
     {
         Note(LastError());
@@ -67,10 +65,10 @@ void OutputFile::Open()
     std::setvbuf(m_pFile, nullptr, _IOFBF, nFileBuffer);
     if (!IsBeside())
         return;
-    RemoveAtInterrupt(m_strWritten.c_str(), m_pFile);
+    RemoveAtInterrupt(&m_oWritten, m_pFile);
     oError.clear();
     if (exists(oStatus))   // from the first byte on, since the file may be private
-        permissions(m_strWritten, oStatus.permissions(), oError);
+        permissions(m_oWritten, oStatus.permissions(), oError);
     Note(oError);
 }
 
@@ -81,11 +79,11 @@ bool OutputFile::Complete()
     if (!IsBeside())
         return true;
     std::error_code oError;
-    rename(std::filesystem::path(m_strWritten), std::filesystem::path(m_strPlace), oError);
+    rename(m_oWritten, m_oPlace, oError);
     if (!Note(oError))
         return false;
     RemoveAtInterrupt(nullptr, nullptr);
-    m_strWritten = m_strPlace;
+    m_oWritten = m_oPlace;
     return true;
 }
 
@@ -109,7 +107,7 @@ bool OutputFile::Close()
     if (!m_pFile)
         return true;
     if (IsBeside())
-        RemoveAtInterrupt(m_strWritten.c_str(), nullptr);
+        RemoveAtInterrupt(&m_oWritten, nullptr);
     return std::fclose(std::exchange(m_pFile, nullptr)) == 0 || Note(LastError());
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdio>
+#include <filesystem>
 #include <streambuf>
 #include <string>
 #include <system_error>
@@ -35,11 +36,11 @@ private:
     // Keeps the first error as the fault. False if this is an error.
     bool Note(const std::error_code& oError);
     bool Close();
-    bool IsBeside() const { return m_strWritten != m_strPlace; }
+    bool IsBeside() const { return m_oWritten != m_oPlace; }
 
-    std::string m_strFile;      // as the user named it
-    std::string m_strPlace;     // where its links lead
-    std::string m_strWritten;   // where the bytes go; empty before Open
+    std::string m_strFile;              // as the user named it
+    std::filesystem::path m_oPlace;     // where its links lead
+    std::filesystem::path m_oWritten;   // where the bytes go; empty before Open
     std::string m_strFault;
     std::FILE* m_pFile = nullptr;
 };

@@ -51,13 +51,18 @@ bool IsTerminal(eStandardStream eStream)
     return _isatty(eStream) != 0;
 }
 
+std::FILE* OpenForWriting(const std::filesystem::path& oPath)
+{
+    return _wfopen(oPath.c_str(), L"wb");
+}
+
 // An open file cannot be removed, so it is closed. Handlers run on a thread of their own and may wait for a write to
 // end.
-void RemoveInHandler(const char* pszPath, std::FILE* pFile)
+void RemoveInHandler(const std::filesystem::path& oPath, std::FILE* pFile)
 {
     if (pFile)
         _close(_fileno(pFile));
-    _unlink(pszPath);
+    _wunlink(oPath.c_str());
 }
 
 int TerminalColumns(eStandardStream eStream)
