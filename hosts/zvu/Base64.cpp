@@ -1,4 +1,5 @@
-// zvu base64: files, or what goes through it, as Base64 text and back.
+// zvu base64: codes bytes as Base64 text and back. The library codes files as wholes; standard input is coded here,
+// block by block, so that it may be of any length.
 #include "Command.h"
 #include "System.h"
 
@@ -12,7 +13,7 @@
 
 namespace
 {
-constexpr std::size_t nBlockSize = 196608;   // whole groups of three, so that a text has padding at its end alone
+constexpr std::size_t nBlockSize = 196608;   // whole groups of three bytes, so that only the last block is padded
 
 struct CodingOptions
 {
@@ -20,15 +21,15 @@ struct CodingOptions
     std::string strOutput;
 };
 
-// The filter of the library, to see where the groups of a text begin.
+// Opens up the coder's own test of characters, to find where the groups of a text begin.
 class Filter : public Base64Coder
 {
 public:
     bool Skips(BYTE nChar) { return _IsBadMimeChar(nChar) != 0; }
 };
 
-// Gives standard input block by block. A short one, which may be empty, is the last, also of a terminal, where more
-// could be read behind its end.
+// Hands standard input to take, block by block. A short block, which may be empty, is the last one; at a terminal,
+// where more could be read behind the end, too.
 template <class Take>
 void ReadBlocks(Take take)
 {
@@ -44,7 +45,7 @@ void ReadBlocks(Take take)
 
 void Write(const char* pData, std::size_t nSize)
 {
-    // Of nothing the coder gives no text.
+    // The coder makes no text of nothing.
     if (nSize != 0 && std::fwrite(pData, 1, nSize, stdout) != nSize)
         throw std::runtime_error("standard output cannot be written");
 }
@@ -119,12 +120,10 @@ void AddFiles(CLI::App& oCommand, CodingOptions& oOptions)
         oCommand.add_option("OUTPUT", oOptions.strOutput, "File to write; standard output without INPUT");
     pInput->type_name("")->needs(pOutput->type_name(""));
 }
-}
 
-void AddBase64(CLI::App& oApp, Action& action)
+void DefineBase64(CLI::App& oGroup, Action& action)
 {
-    auto& oGroup =
-        AddGroup(oApp, "base64", "Code bytes as Base64 text and back", "base64 encode picture.png picture.txt");
+    oGroup.require_subcommand(1);
     const std::string strLargeFiles =
         "Of a file of 4 GiB or more only the length modulo 4 GiB is coded: give such a one "
         "as standard input.";
@@ -137,4 +136,7 @@ void AddBase64(CLI::App& oApp, Action& action)
         "3072 characters,\neach by itself.\n" +
             strLargeFiles);
     AddFiles(oDecode, Runs(oDecode, action, &Decode));
+}
+const Command s_oBase64Command("base64", "Code bytes as Base64 text and back", "base64 encode picture.png picture.txt",
+                               &DefineBase64);
 }

@@ -1,13 +1,13 @@
-// The commands of the command-line host.
-//
-// Results go to standard output, one per line; failures and progress to standard error. Exit status:
-// 0 success, 1 the operation failed, 2 wrong usage.
+// The means of which the commands of zvu are made. A new command takes its source, which announces it, its entry in
+// zvu.1 and its test in tests/hosts. Results go to standard output, one per line; failures and progress to standard
+// error.
 #pragma once
 
 #include <functional>
 #include <iostream>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include <CLI/CLI.hpp>
 
@@ -18,27 +18,58 @@ enum eExitStatus
     eWrongUsage = 2
 };
 
-// What to do once the whole command line has been read without an error; gives the exit status.
+// The work of a command, once the whole command line has been read without an error. Returns the exit status.
 using Action = std::function<int()>;
 
-// The answer to a question, and its exit status.
+// A command of zvu. An object of this type with static storage, in the command's own source, announces the command to
+// Main; nothing else names it.
+struct Command
+{
+    // Adds the options of the command, and sets the action for when it is chosen.
+    using Define = void (*)(CLI::App& oCommand, Action& action);
+
+    Command(const char* pszItsName, const char* pszItsHelp, const char* pszItsExample, Define pfnItsDefine,
+            const char* pszItsNotes = "")
+        : pszName(pszItsName),
+          pszHelp(pszItsHelp),
+          pszExample(pszItsExample),
+          pszNotes(pszItsNotes),
+          pfnDefine(pfnItsDefine)
+    {
+        All().push_back(this);
+    }
+    Command(const Command&) = delete;
+    Command& operator=(const Command&) = delete;
+
+    // Made at the first use: objects of several sources are constructed in no promised order.
+    static std::vector<const Command*>& All()
+    {
+        static std::vector<const Command*> s_oAll;
+        return s_oAll;
+    }
+
+    const char* const pszName;
+    const char* const pszHelp;
+    const char* const pszExample;   // without the program's name
+    const char* const pszNotes;
+    const Define pfnDefine;
+};
+
+// Prints the answer to a question. Returns the exit status for it.
 inline int PrintAnswer(bool bAnswer)
 {
     std::cout << (bAnswer ? "true\n" : "false\n");
     return bAnswer ? eSucceeded : eFailed;
 }
 
-// Tells of a failure, and gives its exit status.
+// Prints the text of a failure. Returns the exit status for it.
 inline int Fail(const std::string& strText)
 {
     std::cerr << "zvu: " << strText << '\n';
     return eFailed;
 }
 
-// The system's text for a Win32 error number, on one line.
-std::string ErrorText(unsigned long nError);
-
-// The help of a command ends with an example, which is given without the program's name, and with notes before it.
+// A command below another. Its help ends with the notes and the example, which is given without the program's name.
 inline CLI::App& AddCommand(CLI::App& oParent, const std::string& strName, const std::string& strHelp,
                             const std::string& strExample, const std::string& strNotes = "")
 {
@@ -47,23 +78,14 @@ inline CLI::App& AddCommand(CLI::App& oParent, const std::string& strName, const
     return *pCommand;
 }
 
-// A command that only stands before others.
-inline CLI::App& AddGroup(CLI::App& oApp, const std::string& strName, const std::string& strHelp,
-                          const std::string& strExample)
-{
-    auto& oGroup = AddCommand(oApp, strName, strHelp, strExample);
-    oGroup.require_subcommand(1);
-    return oGroup;
-}
-
-// A value that has to be given, by its place.
+// A value that the user has to give, known by its place in the command line.
 template <class Value>
 CLI::Option* AddArgument(CLI::App& oCommand, const std::string& strName, Value& oValue, const std::string& strHelp)
 {
     return oCommand.add_option(strName, oValue, strHelp)->required()->type_name("");
 }
 
-// The options of a command, for which it runs once all of them have been read.
+// Lets the command run pfnRun over its options, once all of them have been read.
 template <class Options>
 Options& Runs(CLI::App& oCommand, Action& action, int (*pfnRun)(const Options&))
 {
@@ -71,25 +93,3 @@ Options& Runs(CLI::App& oCommand, Action& action, int (*pfnRun)(const Options&))
     oCommand.callback([=, &action] { action = [=] { return pfnRun(*pOptions); }; });
     return *pOptions;
 }
-
-// Each adds its command, which sets the action when it is chosen.
-void AddBase64(CLI::App& oApp, Action& action);
-void AddDisk(CLI::App& oApp, Action& action);
-void AddErrorText(CLI::App& oApp, Action& action);
-void AddFolder(CLI::App& oApp, Action& action);
-void AddGet(CLI::App& oApp, Action& action);
-void AddGuid(CLI::App& oApp, Action& action);
-void AddInsideManager(CLI::App& oApp, Action& action);
-void AddIp(CLI::App& oApp, Action& action);
-void AddListen(CLI::App& oApp, Action& action);
-void AddMail(CLI::App& oApp, Action& action);
-void AddOnline(CLI::App& oApp, Action& action);
-void AddPassword(CLI::App& oApp, Action& action);
-void AddPickFolder(CLI::App& oApp, Action& action);
-void AddRegistry(CLI::App& oApp, Action& action);
-void AddResolve(CLI::App& oApp, Action& action);
-void AddRights(CLI::App& oApp, Action& action);
-void AddRunAndWait(CLI::App& oApp, Action& action);
-void AddSql(CLI::App& oApp, Action& action);
-void AddTour(CLI::App& oApp, Action& action);
-void AddUrl(CLI::App& oApp, Action& action);

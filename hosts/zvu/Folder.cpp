@@ -1,4 +1,4 @@
-// zvu folder: trees copied, deleted, listed and measured.
+// zvu folder and zvu run-and-wait: the operations of CSFolder on trees, and its run of a process to the end.
 #include "Command.h"
 
 #include "ZevrinUtils/Folder.h"
@@ -16,7 +16,7 @@ struct FolderOptions
     bool bRecursive = false;
 };
 
-// A text may stand beside a success, of what was in use and passed by.
+// A success may have a text too: it names what was in use and was passed over.
 int Report(bool bSucceeded, const std::string& strError)
 {
     if (!strError.empty())
@@ -40,7 +40,7 @@ int Copy(const FolderOptions& oOptions)
     return Report(bSucceeded, strError);
 }
 
-// Of a folder that cannot be read the library tells nothing, as of an empty one.
+// The library lists nothing of a folder that cannot be read, just as of an empty one.
 bool IsFolder(std::string strPath)
 {
     std::ranges::replace(strPath, '\\', static_cast<char>(std::filesystem::path::preferred_separator));
@@ -92,7 +92,7 @@ constexpr Argument s_oTo{"TO", "Folder that the copy becomes"};
 constexpr Argument s_oName{"NAME", "Name of the files, without wildcards"};
 constexpr Argument s_oNone{};
 
-struct Operation
+struct FolderOperation
 {
     const char* pszName;
     const char* pszHelp;
@@ -102,7 +102,7 @@ struct Operation
     Argument oOther = s_oNone;
     const char* pszNotes = "";
 };
-const Operation s_aOperations[] = {
+const FolderOperation s_aFolderOperations[] = {
     {"create", "Make one folder", "folder create photos", &Change<&CSFolder::CreateFolder>},
     {"delete", "Delete a tree", "folder delete photos", &Change<&CSFolder::DeleteFolder>},
     {"copy", "Copy a tree, onto one that may be there", "folder copy photos backup", &Copy<&CSFolder::CopyFolder>,
@@ -114,13 +114,17 @@ const Operation s_aOperations[] = {
      s_oName},
     {"size", "Print the size of a tree, in units of 1024 bytes", "folder size photos", &Size},
 };
+
+int RunAndWait(const std::string& strCommandLine)
+{
+    CSFolder::CreateProcessAndWait(nullptr, strCommandLine.c_str(), nullptr);
+    return eSucceeded;
 }
 
-void AddFolder(CLI::App& oApp, Action& action)
+void DefineFolder(CLI::App& oGroup, Action& action)
 {
-    auto& oGroup =
-        AddGroup(oApp, "folder", "Copy, delete, list and measure trees of folders", "folder copy photos backup");
-    for (const auto& oOperation : s_aOperations)
+    oGroup.require_subcommand(1);
+    for (const auto& oOperation : s_aFolderOperations)
     {
         auto& oCommand =
             AddCommand(oGroup, oOperation.pszName, oOperation.pszHelp, oOperation.pszExample, oOperation.pszNotes);
@@ -131,4 +135,16 @@ void AddFolder(CLI::App& oApp, Action& action)
         if (oOperation.pfnRun == &List)
             oCommand.add_flag("--recursive", oOptions.bRecursive, "Also the folders below those");
     }
+}
+const Command s_oFolderCommand("folder", "Copy, delete, list and measure trees of folders", "folder copy photos backup",
+                               &DefineFolder);
+
+void DefineRunAndWait(CLI::App& oCommand, Action& action)
+{
+    AddArgument(oCommand, "COMMAND", Runs(oCommand, action, &RunAndWait),
+                "Program and arguments, quoted as on Windows");
+}
+const Command s_oRunAndWaitCommand("run-and-wait", "Run a command line and wait for its end",
+                                   "run-and-wait 'touch \"a file\"'", &DefineRunAndWait,
+                                   "Nothing is reported, not even a program that does not start.");
 }

@@ -1,9 +1,10 @@
-// zvu get: what a URL holds, on standard output or in a file.
+// zvu get: fetches what a URL holds, to standard output or into a file. Both go through one retrieval with one
+// observer, so that options, progress and Ctrl-C are the same.
 #include "Command.h"
-#include "GetToFile.h"
-#include "Interrupt.h"
-#include "Progress.h"
 #include "System.h"
+#include "support/Interrupt.h"
+#include "support/OutputFile.h"
+#include "support/Progress.h"
 
 #include "ZevrinUtils/HttpServices.h"
 
@@ -27,12 +28,18 @@ struct GetOptions
     bool bPost = false;
 };
 
+// Shows the user how far the answer is. Opens its file only when it begins, so that an earlier failure touches nothing.
 class Observer : public CHTTPRequestObserver
 {
 public:
-    explicit Observer(Progress& oProgress) : m_oProgress(oProgress) {}
+    Observer(Progress& oProgress, OutputFile* pFile) : m_oProgress(oProgress), m_pFile(pFile) {}
 
-    void OnContentLength(unsigned long nBytes) override { m_oProgress.Expect(nBytes); }
+    void OnContentLength(unsigned long nBytes) override
+    {
+        m_oProgress.Expect(nBytes);
+        if (m_pFile)
+            m_pFile->Open();
+    }
     bool bOnDataBlock(unsigned long nBytes) override
     {
         m_oProgress.Add(nBytes);
@@ -44,6 +51,7 @@ public:
 
 private:
     Progress& m_oProgress;
+    OutputFile* m_pFile;
 };
 
 void Configure(CHttpServices& oClient, const GetOptions& oOptions)
@@ -56,53 +64,58 @@ void Configure(CHttpServices& oClient, const GetOptions& oOptions)
                                      oOptions.nSecurePort);
 }
 
-int GetToOutput(CHttpServices& oClient, const GetOptions& oOptions)
+// pFile: the file behind the stream; null for standard output
+int Fetch(const GetOptions& oOptions, std::ostream& oOutput, OutputFile* pFile)
 {
-    MakeBinary(eStandardOutput);
-    if (!IsTerminal(eStandardOutput))
-        std::cout.rdbuf()->pubsetbuf(s_achOutput, sizeof s_achOutput);
+    CHttpServices oClient;
+    Configure(oClient, oOptions);
     WatchForInterrupt(SIGINT);
     CString strError;
     CString strNewHost;
     auto eResult = CHttpServices::eHttpReqOK;
     {
-        // Text and progress would run into each other on one terminal.
-        Progress oProgress(IsTerminal(eStandardError) && !IsTerminal(eStandardOutput));
-        Observer oObserver(oProgress);
-        eResult = oClient.eCopyURLFile(oOptions.strUrl, std::cout, strNewHost, &oObserver, 0, oOptions.bUnique,
-                                       &strError, oOptions.bHostCache);
+        // On one terminal, text and progress would run into each other.
+        Progress oProgress(IsTerminal(eStandardError) && (pFile || !IsTerminal(eStandardOutput)));
+        Observer oObserver(oProgress, pFile);
+        eResult = oClient.eCopyURLFile(oOptions.strUrl, oOutput, strNewHost, &oObserver, 0, oOptions.bUnique, &strError,
+                                       oOptions.bHostCache);
     }
     if (eResult == CHttpServices::eHttpReqCanceled)
         return Fail("interrupted");
-    if (eResult != CHttpServices::eHttpReqOK)
-        return Fail(static_cast<const char*>(strError));
-    return eSucceeded;
+    if (eResult == CHttpServices::eHttpReqOK && (!pFile || pFile->Complete()))
+        return eSucceeded;
+    return Fail(pFile && !pFile->Fault().empty() ? pFile->Fault() : static_cast<const char*>(strError));
 }
 
 int Get(const GetOptions& oOptions)
 {
-    CHttpServices oClient;
-    Configure(oClient, oOptions);
-    return oOptions.strFile.empty() ? GetToOutput(oClient, oOptions)
-                                    : GetToFile(oClient, oOptions.strUrl, oOptions.strFile, oOptions.bUnique);
-}
+    if (!oOptions.strFile.empty())
+    {
+        OutputFile oFile(oOptions.strFile);
+        std::ostream oOutput(&oFile);
+        return Fetch(oOptions, oOutput, &oFile);
+    }
+    MakeBinary(eStandardOutput);
+    if (!IsTerminal(eStandardOutput))
+        std::cout.rdbuf()->pubsetbuf(s_achOutput, sizeof s_achOutput);
+    return Fetch(oOptions, std::cout, nullptr);
 }
 
-void AddGet(CLI::App& oApp, Action& action)
+void DefineGet(CLI::App& oCommand, Action& action)
 {
-    auto& oCommand =
-        AddCommand(oApp, "get", "Fetch what a URL holds", "get http://127.0.0.1:8080/report -o report.txt");
     auto& oOptions = Runs(oCommand, action, &Get);
     AddArgument(oCommand, "URL", oOptions.strUrl, "http://host[:port][/path][?query]");
-    auto* const pFile = oCommand.add_option("-o,--output", oOptions.strFile,
-                                            "File to put it in, once all of it is there; standard output by default");
+    oCommand.add_option("-o,--output", oOptions.strFile,
+                        "File to put it in, once all of it is there; standard output by default");
     oCommand.add_flag("--unique", oOptions.bUnique, "Ask so that no cache can answer");
-    oCommand.add_flag("--host-cache", oOptions.bHostCache, "First ask the host's root whether the host has moved")
-        ->excludes(pFile);
+    oCommand.add_flag("--host-cache", oOptions.bHostCache, "First ask the host's root whether the host has moved");
     oCommand.add_option("--agent", oOptions.strAgent, "Agent text to send instead of the library's");
     auto* const pUser = oCommand.add_option("--user", oOptions.strUser, "Name for a server that asks for one");
     oCommand.add_option("--password", oOptions.strPassword, "The password to it")->needs(pUser);
     oCommand.add_option("--secure", oOptions.nSecurePort, "Connect with TLS, to this port whatever the URL says")
         ->check(CLI::Range(1, 65535));
     oCommand.add_flag("--post", oOptions.bPost, "Ask with POST, without a body");
+}
+const Command s_oGetCommand("get", "Fetch what a URL holds", "get http://127.0.0.1:8080/report -o report.txt",
+                            &DefineGet);
 }

@@ -1,6 +1,6 @@
-// zvu listen: a port served from the command line.
+// zvu listen: serves a port with a reply from the command line, until Ctrl-C or a number of requests ends it.
 #include "Command.h"
-#include "Interrupt.h"
+#include "support/Interrupt.h"
 
 #include "ZevrinUtils/PortListener.h"
 
@@ -24,7 +24,7 @@ struct ListenOptions
     int nCount = 0;   // requests to serve; 0 for no limit
 };
 
-// What the handler works on.
+// The state on which the handler works.
 struct Service
 {
     const ListenOptions oOptions;
@@ -67,12 +67,9 @@ int Listen(const ListenOptions& oOptions)
     oListener.Stop();   // the reply under way still goes out
     return eSucceeded;
 }
-}
 
-void AddListen(CLI::App& oApp, Action& action)
+void DefineListen(CLI::App& oCommand, Action& action)
 {
-    auto& oCommand = AddCommand(oApp, "listen", "Serve a TCP port and print the size of each request",
-                                "listen 8080 --header --reply '<ok/>'");
     auto& oOptions = Runs(oCommand, action, &Listen);
     AddArgument(oCommand, "PORT", oOptions.nPort, "Port to open on all local addresses, 1 to 65535")
         ->check(CLI::Range(1, 65535).description(""));
@@ -80,4 +77,7 @@ void AddListen(CLI::App& oApp, Action& action)
     auto* const pReply = oCommand.add_option("--reply", oOptions.strReply, "Text to reply with; none by default");
     oCommand.add_flag("--echo", oOptions.bEcho, "Reply with the request")->excludes(pReply);
     oCommand.add_option("--count", oOptions.nCount, "Requests to serve before it ends")->check(CLI::PositiveNumber);
+}
+const Command s_oListenCommand("listen", "Serve a TCP port and print the size of each request",
+                               "listen 8080 --header --reply '<ok/>'", &DefineListen);
 }

@@ -1,20 +1,22 @@
+// The program zvu: gathers the commands that have announced themselves, reads the command line and runs the one chosen.
 #include "Command.h"
+#include "support/Texts.h"
 
-#include "ZevrinUtils/framework/Exception.h"
-
-#include <array>
+#include <algorithm>
 #include <exception>
 #include <iostream>
+#include <string_view>
 
 namespace
 {
-constexpr void (*s_apfnCommands[])(CLI::App&, Action&) = {
-    &AddBase64,  &AddDisk,   &AddErrorText,  &AddFolder, &AddGet,      &AddGuid,       &AddInsideManager,
-    &AddIp,      &AddListen, &AddMail,       &AddOnline, &AddPassword, &AddPickFolder, &AddRegistry,
-    &AddResolve, &AddRights, &AddRunAndWait, &AddSql,    &AddTour,     &AddUrl,
-};
+std::vector<const Command*> CommandsByName()
+{
+    auto oCommands = Command::All();
+    std::ranges::sort(oCommands, {}, [](const Command* pCommand) { return std::string_view(pCommand->pszName); });
+    return oCommands;
+}
 
-// A failure of usage names the command that it is about.
+// The text of wrong usage names the command that it is about.
 std::string UsageFailure(const CLI::App* pApp, const CLI::Error& oError)
 {
     std::string strCommand = pApp->get_name();
@@ -33,8 +35,9 @@ int Run(int nArguments, char** ppArguments)
                 "2 wrong usage.\n"
                 "Example: zvu resolve --help");
     Action action;
-    for (auto* const pfnAdd : s_apfnCommands)
-        pfnAdd(oApp, action);
+    for (const auto* const pCommand : CommandsByName())
+        pCommand->pfnDefine(
+            AddCommand(oApp, pCommand->pszName, pCommand->pszHelp, pCommand->pszExample, pCommand->pszNotes), action);
     try
     {
         oApp.parse(nArguments, ppArguments);
@@ -61,9 +64,6 @@ int main(int nArguments, char** ppArguments)
     }
     catch (CException* pError)
     {
-        std::array<char, 1000> achText{};
-        pError->GetErrorMessage(achText.data(), achText.size());
-        pError->Delete();
-        return Fail(achText.data());
+        return Fail(TextOf(pError));
     }
 }

@@ -1,5 +1,7 @@
-// zvu registry: parameters read and written from the command line.
+// zvu registry: reads and writes parameters. The library does not tell whether a change was refused, so zvu reads back
+// what it has changed.
 #include "Command.h"
+#include "support/Texts.h"
 
 #include "ZevrinUtils/ConfigParams.h"
 
@@ -25,7 +27,7 @@ enum class Missing
     eIsMade
 };
 
-// Gives the opened key to use(CConfigParamsBase&, HKEY&), whose result is the exit status.
+// Calls use(CConfigParamsBase&, HKEY&) with the opened key. Returns the exit status that it returns.
 template <class Use>
 int WithKey(const RegistryOptions& oOptions, Missing eMissing, Use use)
 {
@@ -57,7 +59,7 @@ int Exists(const RegistryOptions& oOptions)
     return PrintAnswer(CConfigParamsBase().IsRegistryKeyExists(HKEY_LOCAL_MACHINE, oOptions.strPath.c_str()));
 }
 
-// A listing does not tell whether it could open the key.
+// The library's listing does not tell if it could open the key, so the key is opened before.
 template <auto pList>
 int List(const RegistryOptions& oOptions)
 {
@@ -92,7 +94,7 @@ int GetDword(const RegistryOptions& oOptions)
     });
 }
 
-// A write does not tell whether it was refused.
+// The library does not tell if a write was refused, so the value is read back.
 int Set(const RegistryOptions& oOptions)
 {
     return WithKey(oOptions, Missing::eIsMade, [&](CConfigParamsBase& oParams, HKEY& hKey) {
@@ -115,7 +117,7 @@ int SetDword(const RegistryOptions& oOptions)
     });
 }
 
-// Nor does a removal.
+// The library does not tell if a removal was refused, either.
 int Delete(const RegistryOptions& oOptions)
 {
     return WithKey(oOptions, Missing::eFails, [&](CConfigParamsBase& oParams, HKEY& hKey) {
@@ -138,7 +140,7 @@ enum eArguments
     ePathNameNumber
 };
 
-struct Operation
+struct RegistryOperation
 {
     const char* pszName;
     const char* pszHelp;
@@ -146,7 +148,7 @@ struct Operation
     eArguments eTakes;
     int (*pfnRun)(const RegistryOptions&);
 };
-const Operation s_aOperations[] = {
+const RegistryOperation s_aRegistryOperations[] = {
     {"exists", "Tell whether a key is there", "'Software\\Example'", ePath, &Exists},
     {"keys", "Print the names of a key's subkeys", "Software", ePath, &List<&CConfigParamsBase::getRegSubKeys>},
     {"values", "Print the data of a key's values", "'Software\\Example'", ePath,
@@ -157,13 +159,11 @@ const Operation s_aOperations[] = {
     {"set-dword", "Write a number", "'Software\\Example' Answer 42", ePathNameNumber, &SetDword},
     {"delete", "Remove a value", "'Software\\Example' Greeting", ePathName, &Delete},
 };
-}
 
-void AddRegistry(CLI::App& oApp, Action& action)
+void DefineRegistry(CLI::App& oGroup, Action& action)
 {
-    auto& oGroup = AddGroup(oApp, "registry", "Read and write parameters in the registry",
-                            "registry set 'Software\\Example' Greeting hello");
-    for (const auto& [pszName, pszHelp, pszExample, eTakes, pfnRun] : s_aOperations)
+    oGroup.require_subcommand(1);
+    for (const auto& [pszName, pszHelp, pszExample, eTakes, pfnRun] : s_aRegistryOperations)
     {
         const bool bCreates = pfnRun != &Exists && pfnRun != &Delete;
         auto& oCommand = AddCommand(oGroup, pszName, pszHelp, std::string("registry ") + pszName + " " + pszExample,
@@ -177,4 +177,7 @@ void AddRegistry(CLI::App& oApp, Action& action)
         if (eTakes == ePathNameNumber)
             AddArgument(oCommand, "VALUE", oOptions.nValue, "Number to write, 0 to 4294967295");
     }
+}
+const Command s_oRegistryCommand("registry", "Read and write parameters in the registry",
+                                 "registry set 'Software\\Example' Greeting hello", &DefineRegistry);
 }

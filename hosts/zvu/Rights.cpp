@@ -1,4 +1,4 @@
-// zvu rights: full access for an account.
+// zvu rights: gives an account full access to a folder or file.
 #include "Command.h"
 
 #include "ZevrinUtils/FileAccessRights.h"
@@ -43,16 +43,17 @@ RightsOptions& AddOperation(CLI::App& oCommand, Action& action, int (*pfnRun)(co
     oCommand.add_flag("--sid", oOptions.bIsSid, "ACCOUNT is the string form of a SID");
     return oOptions;
 }
-}
 
-void AddRights(CLI::App& oApp, Action& action)
+void DefineRights(CLI::App& oGroup, Action& action)
 {
-    auto& oGroup =
-        AddGroup(oApp, "rights", "Give an account full access to a folder or file", "rights add photos jane");
+    oGroup.require_subcommand(1);
     auto& oSet = AddCommand(oGroup, "set", "Replace the access list by one entry",
                             "rights set photos S-1-1-0 --sid --keep-inherited");
     oSet.add_flag("--keep-inherited", AddOperation(oSet, action, &Set).bKeepInherited,
                   "Keep what the folder above hands down");
     AddOperation(AddCommand(oGroup, "add", "Put the entry into the access list", "rights add photos jane"), action,
                  &Add);
+}
+const Command s_oRightsCommand("rights", "Give an account full access to a folder or file", "rights add photos jane",
+                               &DefineRights);
 }

@@ -1,4 +1,4 @@
-// zvu sql: the statements of a script.
+// zvu sql: prints the statements of a script as the library splits it.
 #include "Command.h"
 
 #include "ZevrinUtils/SQLFileParser.h"
@@ -17,12 +17,12 @@ int Split(const std::string& strFile)
         std::cout << strStatement << '\n';
     return eSucceeded;
 }
-}
 
-void AddSql(CLI::App& oApp, Action& action)
+void DefineSql(CLI::App& oCommand, Action& action)
 {
-    auto& oCommand =
-        AddCommand(oApp, "sql", "Print the statements of a SQL script, one a line", "sql create-tables.sql");
     AddArgument(oCommand, "FILE", Runs(oCommand, action, &Split),
                 "Script, whose statements each end in a semicolon at the end of a line");
+}
+const Command s_oSqlCommand("sql", "Print the statements of a SQL script, one a line", "sql create-tables.sql",
+                            &DefineSql);
 }

@@ -1,17 +1,20 @@
-// What the host asks of the system by itself.
+// The requests of zvu to the system that the library does not make for it. Only linux/ and windows/, which answer them,
+// include headers of the system.
 #pragma once
 
+#include <cstdio>
+#include <filesystem>
 #include <string>
 
-// The library leaves it to its host to start the socket layer, and what windows need. Both last until the process
-// ends. False if the system refuses.
+// The library leaves it to its host to start the socket layer and the user interface. Both last until the process ends.
+// False if the system refuses.
 bool StartSocketLayer();
 bool StartUserInterface();
 
-// The path of the program that runs; empty if the system does not tell.
+// The path of this program; empty if the system does not tell.
 std::string ProgramPath();
 
-// A variable of the environment, as the library and the processes that it starts read it.
+// Sets a variable of the environment for the library and for processes that it starts.
 void SetEnvironment(const char* pszName, const std::string& strValue);
 
 enum eStandardStream
@@ -21,12 +24,18 @@ enum eStandardStream
     eStandardError = 2
 };
 
-// Bytes pass as they are: on Windows, line ends are translated by default.
+// Lets bytes pass as they are. By default Windows translates line ends.
 void MakeBinary(eStandardStream eStream);
 
 bool IsTerminal(eStandardStream eStream);
 
-// How wide the terminal is, in characters; 0 if the stream is none.
+// Creates or empties a file for bytes as they are; null, with errno, if that fails.
+std::FILE* OpenForWriting(const std::filesystem::path& oPath);
+
+// Removes a file that may still be open for writing through pFile, which may be null. Safe in a signal's handler.
+void RemoveInHandler(const std::filesystem::path& oPath, std::FILE* pFile);
+
+// The width of the terminal in characters; 0 if the stream is no terminal.
 int TerminalColumns(eStandardStream eStream);
 
 enum eStyle
@@ -40,5 +49,5 @@ enum eStyle
     eStyles
 };
 
-// What is written to standard output from here on looks like this, on a terminal that can.
+// The style of all further standard output, on a terminal that can show it.
 void SetStyle(eStyle eHow);

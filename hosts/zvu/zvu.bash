@@ -1,4 +1,4 @@
-# Completion of zvu's command lines for bash. What there is to complete zvu's own help tells.
+# Completion of zvu's command lines for bash. It takes its words from zvu's own help.
 
 # The commands, or with -- the options, in the help on standard input.
 _zvu_words() {

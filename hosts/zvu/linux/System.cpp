@@ -1,15 +1,15 @@
+// The host's requests to the system, on Linux.
 #include "../System.h"
 
 #include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <cstdlib>
-#include <filesystem>
 #include <iostream>
 #include <iterator>
 #include <string_view>
 
-// Linux has nothing to start, and translates nothing.
+// Linux has nothing to start.
 bool StartSocketLayer()
 {
     return true;
@@ -20,6 +20,7 @@ bool StartUserInterface()
     return true;
 }
 
+// Linux translates no bytes.
 void MakeBinary(eStandardStream) {}
 
 std::string ProgramPath()
@@ -36,6 +37,16 @@ void SetEnvironment(const char* pszName, const std::string& strValue)
 bool IsTerminal(eStandardStream eStream)
 {
     return isatty(eStream) != 0;
+}
+
+std::FILE* OpenForWriting(const std::filesystem::path& oPath)
+{
+    return std::fopen(oPath.c_str(), "wb");
+}
+
+void RemoveInHandler(const std::filesystem::path& oPath, std::FILE*)
+{
+    unlink(oPath.c_str());
 }
 
 int TerminalColumns(eStandardStream eStream)

@@ -1,3 +1,5 @@
+// The tour's stops at the registry, folders, access rights, SQL scripts and the system: each asks for something that it
+// can judge by itself.
 #include "Families.h"
 
 #include "ZevrinUtils/ConfigParams.h"
@@ -15,7 +17,7 @@ constexpr long nAccessDenied = 5;
 
 constexpr int nFolders = 8;
 constexpr int nFilesInEach = 25;
-constexpr int nFileBytes = 4096;
+constexpr int nTreeFileBytes = 4096;
 
 constexpr auto pszScript = "# The tables of a small shop.\n"
                            "CREATE TABLE item (\n"
@@ -27,7 +29,7 @@ constexpr auto pszScript = "# The tables of a small shop.\n"
                            "INSERT INTO item VALUES (1, 'tea');\n"
                            "INSERT INTO item VALUES (2, 'sugar');\n";
 
-// Everyone, under the name that every machine knows.
+// The SID of everyone, which every machine knows.
 constexpr auto pszEveryone = "S-1-1-0";
 
 Outcome WriteParameters()
@@ -78,7 +80,7 @@ Outcome MakeTree(const std::filesystem::path& oTree)
         const auto oFolder = oTree / Text("folder ", nFolder);
         bMade = CSFolder::CreateFolder(oFolder.string().c_str(), strError) && bMade;
         for (int nFile = 0; nFile < nFilesInEach; ++nFile)
-            WriteFile(oFolder / Text("file ", nFile, ".txt"), std::string(nFileBytes, 'x'));
+            WriteFile(oFolder / Text("file ", nFile, ".txt"), std::string(nTreeFileBytes, 'x'));
     }
     return Judged(bMade, strError, Text(nFolders, " folders, ", nFolders * nFilesInEach, " files"));
 }
@@ -87,7 +89,7 @@ Outcome Measure(const std::string& strTree)
 {
     long nKilobytes = 0;
     CSFolder::GetFolderSize(strTree.c_str(), nKilobytes);
-    return Judged(nKilobytes == nFolders * nFilesInEach * nFileBytes / 1024, Text(nKilobytes, " KiB"));
+    return Judged(nKilobytes == nFolders * nFilesInEach * nTreeFileBytes / 1024, Text(nKilobytes, " KiB"));
 }
 
 Outcome List(const std::string& strTree)
@@ -104,7 +106,7 @@ Outcome Find(const std::string& strTree)
     return Judged(oFiles.size() == nFolders, Text(oFiles.size(), " files"));
 }
 
-// The one program that is sure to be on this machine is this one.
+// The only program that is sure to be on this machine is zvu itself.
 Outcome RunProcess(const Surroundings& oSurroundings)
 {
     const auto oText = oSurroundings.oScratch / "plain text";

@@ -1,3 +1,4 @@
+// The tour's stops at Base64, passwords and GUIDs.
 #include "Families.h"
 
 #include "ZevrinUtils/Base64Coder.h"

@@ -1,15 +1,15 @@
-// The families of the library, as the tour visits them. Each shows its own stops.
+// The families of the library, as the tour visits them in the order of Tour.cpp. Each shows its own stops.
 #pragma once
 
 #include "Guide.h"
 
 #include <filesystem>
 
-// Where the tour works, and what it may use.
+// The surroundings of the tour: its folder, and a program that it may start.
 struct Surroundings
 {
     std::filesystem::path oScratch;   // a folder of the tour's own, empty at first
-    std::string strProgram;           // what runs: a program that the tour can start
+    std::string strProgram;           // the path of zvu itself
 };
 
 void ShowLock(Guide& oGuide, const Surroundings& oSurroundings);
@@ -26,6 +26,6 @@ void ShowBase64(Guide& oGuide, const Surroundings& oSurroundings);
 void ShowGenerators(Guide& oGuide, const Surroundings& oSurroundings);
 void ShowMailAndPicker(Guide& oGuide, const Surroundings& oSurroundings);
 
-// A file of the tour, with the text as its bytes.
+// Files of the tour, byte by byte.
 void WriteFile(const std::filesystem::path& oPath, const std::string& strBytes);
 std::string ReadFile(const std::filesystem::path& oPath);

@@ -1,9 +1,7 @@
+// The tour's table, for a person at a terminal or for a program behind a pipe.
 #include "Guide.h"
 
-#include "ZevrinUtils/framework/Exception.h"
-
 #include <algorithm>
-#include <array>
 #include <cstdlib>
 #include <exception>
 #include <iomanip>
@@ -25,7 +23,7 @@ struct Verdict
 constexpr Verdict s_aVerdicts[] = {{"ok", eGood}, {"WRONG", eBad}, {"left out", eDoubtful}};
 static_assert(std::size(s_aVerdicts) == Outcome::eVerdicts);
 
-// A row is one line: what would end it becomes a blank.
+// A row is one line: characters that would break it become blanks.
 std::string OneLine(std::string strText)
 {
     while (!strText.empty() && std::isspace(static_cast<unsigned char>(strText.back())))
@@ -35,30 +33,13 @@ std::string OneLine(std::string strText)
     return strText;
 }
 
-// At most so many characters, padded to as many.
+// The text cut or padded to this many characters.
 std::string Fitted(const std::string& strText, int nWidth)
 {
     const auto nRoom = static_cast<std::size_t>(nWidth);
     if (strText.size() <= nRoom)
         return strText + std::string(nRoom - strText.size(), ' ');
     return strText.substr(0, nRoom - 3) + "...";
-}
-
-std::string TimeText(std::chrono::duration<double> nTook)
-{
-    const double nSeconds = nTook.count();
-    const auto [nValue, pszUnit] = nSeconds < 0.001 ? std::pair(nSeconds * 1e6, " us")
-                                   : nSeconds < 1   ? std::pair(nSeconds * 1e3, " ms")
-                                                    : std::pair(nSeconds, " s ");
-    return Text(std::fixed, std::setprecision(nValue < 10 ? 1 : 0), nValue, pszUnit);
-}
-
-std::string TextOf(CException* pError)
-{
-    std::array<char, 1000> achText{};
-    pError->GetErrorMessage(achText.data(), achText.size());
-    pError->Delete();
-    return achText.data();
 }
 }
 
@@ -120,7 +101,7 @@ void Guide::PrintRow(const std::string& strAsked, const Outcome& oOutcome, std::
     const int nAnswerWidth = m_nColumns - nVerdictWidth - nAskedWidth - nTimeWidth - 5;
     std::cout << Fitted(strAsked, nAskedWidth) << "  " << Fitted(oOutcome.strText, nAnswerWidth);
     Style(eFaint);
-    // What was left out took no time that anyone wants to know.
+    // A stop that was left out has no time worth showing.
     std::cout << std::right << std::setw(nTimeWidth) << (oOutcome.eHow == Outcome::eLeftOut ? "" : TimeText(nTook));
     Style(ePlain);
     std::cout << std::endl;
@@ -134,12 +115,4 @@ bool Guide::Close() const
                   << nRight << " of " << nRight + nWrong << " right in " << TimeText(Clock::now() - m_nStart)
                   << (nLeftOut ? Text("; ", nLeftOut, " left out") : "") << std::endl;
     return nWrong == 0 && nRight > 0;
-}
-
-std::string Grouped(unsigned long long nNumber)
-{
-    std::string strText = std::to_string(nNumber);
-    for (auto nPlace = static_cast<std::ptrdiff_t>(strText.size()) - 3; nPlace > 0; nPlace -= 3)
-        strText.insert(static_cast<std::size_t>(nPlace), 1, ',');
-    return strText;
 }

@@ -1,14 +1,14 @@
-// The table of the tour: what was asked, what came out, and how long it took.
+// The table of the tour: question, answer, verdict and time of each stop.
 #pragma once
 
 #include "../System.h"
+#include "../support/Texts.h"
 
 #include <chrono>
 #include <functional>
-#include <sstream>
 #include <string>
 
-// What came out at one stop.
+// The outcome of one stop.
 struct Outcome
 {
     enum eVerdict
@@ -27,7 +27,7 @@ inline Outcome Judged(bool bRight, std::string strText)
     return {bRight ? Outcome::eRight : Outcome::eWrong, std::move(strText)};
 }
 
-// Of an operation that tells its failure as a text: that, if there is one.
+// For an operation that tells its failure as a text: that text, if there is one, or else strText.
 inline Outcome Judged(bool bRight, const std::string& strError, const std::string& strText)
 {
     return Judged(bRight && strError.empty(), strError.empty() ? strText : strError);
@@ -47,10 +47,10 @@ public:
 
     void EnterFamily(const char* pszName);
 
-    // An exception out of the question is a wrong outcome.
+    // An exception that the question throws is a wrong outcome.
     void Show(const std::string& strAsked, const std::function<Outcome()>& ask);
 
-    // The sum of it. Whether nothing came out wrong.
+    // Prints the sum. True if something was right and nothing wrong.
     bool Close() const;
 
 private:
@@ -65,15 +65,3 @@ private:
     int m_anStops[Outcome::eVerdicts] = {};
     Clock::time_point m_nStart = Clock::now();
 };
-
-// All of it as one text.
-template <class... Piece>
-std::string Text(const Piece&... oPiece)
-{
-    std::ostringstream oText;
-    (oText << ... << oPiece);
-    return oText.str();
-}
-
-// 1234567 as "1,234,567".
-std::string Grouped(unsigned long long nNumber);

@@ -1,14 +1,15 @@
+// The tour's stops at the port listener and the HTTP client, which talk to each other, so that the tour needs no
+// network.
 #include "Families.h"
 
 #include "ZevrinUtils/HttpServices.h"
 #include "ZevrinUtils/PortListener.h"
 
 #include <atomic>
-#include <memory>
 
 namespace
 {
-// Of the ports that systems leave to everyone; one of so many should be free.
+// Ports that systems leave to everyone. Of so many, one should be free.
 constexpr unsigned short nFirstPort = 50'000;
 constexpr unsigned short nLastPort = 50'999;
 
@@ -18,7 +19,7 @@ constexpr unsigned long nCancelAfter = 100'000;
 // The server of the tour: one text for each path.
 std::atomic<int> s_nRequests;
 
-unsigned long Serve(unsigned short, const char* pszRequest, ZVString& oReply, void*)
+unsigned long ServeTour(unsigned short, const char* pszRequest, ZVString& oReply, void*)
 {
     ++s_nRequests;
     const bool bLarge = std::string_view(pszRequest).starts_with("GET /large ");
@@ -30,12 +31,12 @@ unsigned long Serve(unsigned short, const char* pszRequest, ZVString& oReply, vo
 unsigned short OpenPort(CSPortListener& oListener)
 {
     for (unsigned short nPort = nFirstPort; nPort <= nLastPort; ++nPort)
-        if (oListener.Start(nPort, &Serve))
+        if (oListener.Start(nPort, &ServeTour))
             return nPort;
     return 0;
 }
 
-// Counts what arrives, and cancels after so many bytes.
+// Counts the bytes that arrive, and cancels when they are too many.
 class Counter : public CHTTPRequestObserver
 {
 public:
@@ -104,12 +105,6 @@ Outcome IsOnline(const std::string& strUrl, bool bExpected)
     const bool bOnline = CHttpServices().IsOnline(strText) != 0;
     return Judged(bOnline == bExpected, bOnline ? "yes" : "no");
 }
-
-struct Free
-{
-    void operator()(char* pText) const { std::free(pText); }
-};
-using OwnedText = std::unique_ptr<char, Free>;
 }
 
 void ShowListenerAndHttp(Guide& oGuide, const Surroundings& oSurroundings)

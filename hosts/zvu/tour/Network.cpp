@@ -1,3 +1,4 @@
+// The tour's stops at the lock, addresses and the DNS resolver.
 #include "Families.h"
 
 #include "Fendrel/Trace.h"
@@ -63,7 +64,7 @@ Outcome AskWhatIsKnown()
     return Judged(true, strFirst + ", each time");
 }
 
-// What a host sees of the library's inside when it asks for it.
+// A host that asks for traces sees what goes on inside the library.
 Outcome TraceSingleAsk()
 {
     static std::atomic<int> nRecords;

@@ -1,4 +1,5 @@
-// zvu tour: every family of the library at work, on real input.
+// zvu tour: shows every family of the library at work on real input, so that a new user sees it run and judges the
+// machine by it.
 #include "../Command.h"
 #include "../System.h"
 #include "Families.h"
@@ -30,7 +31,7 @@ constexpr Family s_aFamilies[] = {
     {"Mail and folder picker", &ShowMailAndPicker},
 };
 
-// The tour's folder, which goes with it.
+// The folder of the tour, removed at its end.
 class ScratchFolder
 {
 public:
@@ -57,7 +58,7 @@ int Tour()
     if (!StartSocketLayer())
         return Fail("the socket layer does not start");
     const ScratchFolder oScratch;
-    // On Linux, parameters of the tour's own; and no proxy stands between a client and a server of one machine.
+    // The tour has a registry of its own on Linux, and no proxy between its client and its server.
     SetEnvironment("ZEVRIN_REGISTRY", (oScratch.Path() / "registry.db").string());
     SetEnvironment("no_proxy", "127.0.0.1");
 
@@ -70,6 +71,16 @@ int Tour()
     }
     return oGuide.Close() ? eSucceeded : eFailed;
 }
+
+void DefineTour(CLI::App& oCommand, Action& action)
+{
+    oCommand.callback([&action] { action = &Tour; });
+}
+const Command s_oTourCommand(
+    "tour", "Show every family of the library at work", "tour", &DefineTour,
+    "It works in a folder of its own under the one for temporary files and on the loopback network, and\n"
+    "leaves nothing behind but, on Windows, an empty registry key. Without a terminal the rows have tabs\n"
+    "between verdict, family, question, answer and milliseconds.");
 }
 
 void WriteFile(const std::filesystem::path& oPath, const std::string& strBytes)
@@ -84,13 +95,4 @@ std::string ReadFile(const std::filesystem::path& oPath)
     std::ostringstream oBytes;
     oBytes << std::ifstream(oPath, std::ios::binary).rdbuf();
     return oBytes.str();
-}
-
-void AddTour(CLI::App& oApp, Action& action)
-{
-    AddCommand(oApp, "tour", "Show every family of the library at work", "tour",
-               "It works in a folder of its own under the one for temporary files and on the loopback network, and\n"
-               "leaves nothing behind but, on Windows, an empty registry key. Without a terminal the rows have tabs\n"
-               "between verdict, family, question, answer and milliseconds.")
-        .callback([&action] { action = &Tour; });
 }

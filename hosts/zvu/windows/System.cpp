@@ -1,3 +1,4 @@
+// The host's requests to the system, on Windows.
 #include "../System.h"
 
 #include "ZevrinUtils/Types.h"
@@ -48,6 +49,20 @@ void MakeBinary(eStandardStream eStream)
 bool IsTerminal(eStandardStream eStream)
 {
     return _isatty(eStream) != 0;
+}
+
+std::FILE* OpenForWriting(const std::filesystem::path& oPath)
+{
+    return _wfopen(oPath.c_str(), L"wb");
+}
+
+// An open file cannot be removed, so it is closed. Handlers run on a thread of their own and may wait for a write to
+// end.
+void RemoveInHandler(const std::filesystem::path& oPath, std::FILE* pFile)
+{
+    if (pFile)
+        _close(_fileno(pFile));
+    _wunlink(oPath.c_str());
 }
 
 int TerminalColumns(eStandardStream eStream)

@@ -1,7 +1,9 @@
+// The line of a transfer under way, drawn over itself.
 #include "Progress.h"
 
+#include "Texts.h"
+
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <cstdint>
 #include <iomanip>
@@ -14,27 +16,6 @@ constexpr auto nFirstDraw = std::chrono::milliseconds(500);
 constexpr auto nBetweenDraws = std::chrono::milliseconds(100);
 constexpr std::size_t nBarWidth = 24;
 constexpr int nLineWidth = 78;
-
-std::string SizeText(double nBytes)
-{
-    constexpr std::array apszUnits{"bytes", "KiB", "MiB", "GiB", "TiB"};
-    std::size_t nUnit = 0;
-    for (; nBytes >= 1024 && nUnit + 1 < apszUnits.size(); ++nUnit)
-        nBytes /= 1024;
-    std::ostringstream oText;
-    oText << std::fixed << std::setprecision(nUnit == 0 ? 0 : 1) << nBytes << ' ' << apszUnits.at(nUnit);
-    return oText.str();
-}
-
-std::string TimeText(double nSeconds)
-{
-    const auto nWhole = static_cast<std::uint64_t>(std::ceil(nSeconds));
-    std::ostringstream oText;
-    if (nWhole >= 3600)
-        oText << nWhole / 3600 << ':' << std::setw(2) << std::setfill('0');
-    oText << nWhole / 60 % 60 << ':' << std::setw(2) << std::setfill('0') << nWhole % 60;
-    return oText.str();
-}
 }
 
 Progress::Progress(bool bShown) : m_bShown(bShown), m_nNextDraw(m_nStart + nFirstDraw) {}
@@ -47,9 +28,9 @@ Progress::~Progress()
     std::cerr << '\n';
 }
 
-void Progress::Set(std::uint64_t nBytes)
+void Progress::Add(std::uint64_t nBytes)
 {
-    m_nBytes = nBytes;
+    m_nBytes += nBytes;
     if (m_bShown && Clock::now() >= m_nNextDraw)
         Draw();
 }
@@ -79,6 +60,6 @@ std::string ProgressText(std::uint64_t nBytes, std::uint64_t nExpected, double n
           << std::string(nBarWidth - nFilled, '.') << "]  " << SizeText(nDone) << " of " << SizeText(nAll) << "  "
           << strRate;
     if (nBytes > 0)
-        oText << "  " << TimeText((nAll - nDone) / nRate) << " left";
+        oText << "  " << TimeText(std::chrono::duration<double>(std::ceil((nAll - nDone) / nRate))) << " left";
     return oText.str();
 }

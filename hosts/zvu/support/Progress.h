@@ -1,4 +1,4 @@
-// A line on standard error that tells how far a transfer is.
+// A line on standard error that shows how far a transfer is, so that a long one is not taken for one that hangs.
 #pragma once
 
 #include <chrono>
@@ -10,17 +10,16 @@
 class Progress
 {
 public:
-    // bShown: false for one that never shows itself
+    // bShown: false keeps it silent
     explicit Progress(bool bShown);
     ~Progress();
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;
 
-    // The size as announced. It is taken for unknown as soon as more than that has arrived.
+    // The announced size. It counts as unknown as soon as more than that has arrived.
     void Expect(std::uint64_t nBytes) { m_nExpected = nBytes; }
 
-    void Add(std::uint64_t nBytes) { Set(m_nBytes + nBytes); }
-    void Set(std::uint64_t nBytes);
+    void Add(std::uint64_t nBytes);
 
 private:
     using Clock = std::chrono::steady_clock;

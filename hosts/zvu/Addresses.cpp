@@ -1,23 +1,37 @@
-// zvu resolve: names of addresses.
+// zvu ip and zvu resolve: tests on IPv4 addresses, and their host names. The resolver answers at once with what it
+// knows and looks up the rest behind the scenes, so zvu asks again until it knows.
 #include "Command.h"
 #include "System.h"
+#include "support/Texts.h"
 
 #include "ZevrinUtils/DNSResolver.h"
+#include "ZevrinUtils/IPServices.h"
 
 #include <algorithm>
 #include <chrono>
 #include <iomanip>
 #include <iostream>
-#include <sstream>
 #include <thread>
 
 namespace
 {
-using Clock = std::chrono::steady_clock;
-using Microseconds = std::chrono::duration<double, std::micro>;
+int Valid(const std::string& strText)
+{
+    return PrintAnswer(CSIPServices::IsValidIP(strText.c_str()));
+}
 
-// Between two rounds of asking. What is asked for during its lookup is looked up once more, so the rounds
-// become rarer.
+int Local(const std::string& strText)
+{
+    bool bIsLocal = false;
+    if (CSIPServices::IsLocalIP(strText.c_str(), bIsLocal))
+        return PrintAnswer(bIsLocal);
+    return Fail("the network adapters cannot be read");
+}
+
+using Clock = std::chrono::steady_clock;
+
+// Between two rounds of questions. The rounds become rarer, because an address that is asked for during its lookup is
+// looked up once more.
 constexpr auto nFirstPause = std::chrono::milliseconds(5);
 constexpr auto nLongestPause = std::chrono::milliseconds(500);
 
@@ -25,7 +39,7 @@ constexpr auto nLongestPause = std::chrono::milliseconds(500);
 struct Answer
 {
     std::string strText;
-    Microseconds nTook{};
+    Clock::duration nTook{};
 };
 
 struct Question
@@ -55,7 +69,7 @@ std::string WithoutPort(const std::string& strAddress)
     return strAddress.substr(0, strAddress.find(':'));
 }
 
-// A failed lookup shows only in that the port is gone, so the question is put with one.
+// A failed lookup shows only by the port that is gone from the answer, so the question always has one.
 bool IsKnown(const std::string& strAddress)
 {
     const std::string strAsked = WithoutPort(strAddress) + ":0";
@@ -92,13 +106,6 @@ std::vector<Question> AskForAll(const ResolveOptions& oOptions)
     for (auto& oQuestion : oQuestions)
         oQuestion.oLast = Ask(oQuestion.strAddress);
     return oQuestions;
-}
-
-std::string TimeText(Microseconds nTime)
-{
-    std::ostringstream oText;
-    oText << std::fixed << std::setprecision(1) << nTime.count() << " us";
-    return oText.str();
 }
 
 void PrintTimings(const std::vector<Question>& oQuestions)
@@ -145,12 +152,21 @@ std::string CheckAddress(const std::string& strText)
 {
     return WithoutPort(strText).empty() ? "no address in '" + strText + "'" : "";
 }
-}
 
-void AddResolve(CLI::App& oApp, Action& action)
+void DefineIp(CLI::App& oGroup, Action& action)
 {
-    auto& oCommand = AddCommand(oApp, "resolve", "Print the host names of IPv4 addresses",
-                                "resolve 127.0.0.1 192.0.2.1:8080 --wait 5");
+    oGroup.require_subcommand(1);
+    auto& oValid = AddCommand(oGroup, "valid", "Tell whether a text has the form of an address", "ip valid 192.0.2.1",
+                              "How many numbers it has is not looked at.");
+    AddArgument(oValid, "TEXT", Runs(oValid, action, &Valid), "Numbers from 0 to 255 with dots between");
+    auto& oLocal =
+        AddCommand(oGroup, "local", "Tell whether an address is one of this machine's", "ip local 192.0.2.1");
+    AddArgument(oLocal, "TEXT", Runs(oLocal, action, &Local), "IPv4 address as four numbers with dots between");
+}
+const Command s_oIpCommand("ip", "Test IPv4 addresses", "ip valid 192.0.2.1", &DefineIp);
+
+void DefineResolve(CLI::App& oCommand, Action& action)
+{
     auto& oOptions = Runs(oCommand, action, &Resolve);
     AddArgument(oCommand, "ADDRESS", oOptions.oAddresses, "Address, with or without a colon and port behind it")
         ->check(CheckAddress, "");
@@ -159,4 +175,7 @@ void AddResolve(CLI::App& oApp, Action& action)
         ->check(CLI::NonNegativeNumber);
     oCommand.add_flag("--timings", oOptions.bTimings,
                       "Show the first and the last answer side by side, with the time that each call took");
+}
+const Command s_oResolveCommand("resolve", "Print the host names of IPv4 addresses",
+                                "resolve 127.0.0.1 192.0.2.1:8080 --wait 5", &DefineResolve);
 }
