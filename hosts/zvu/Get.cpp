@@ -19,13 +19,12 @@ struct GetOptions
 {
     std::string strUrl;
     std::string strFile;   // empty: standard output
-    std::string strAgent;
     std::string strUser;
     std::string strPassword;
     unsigned short nSecurePort = 0;   // 0: a plain connection
     bool bUnique = false;
     bool bHostCache = false;
-    bool bPost = false;
+    mutable CHttpServices oClient{};   // which options that are its own set at once
 };
 
 // Shows the user how far the answer is. Opens its file only when it begins, so that an earlier failure touches nothing.
@@ -54,21 +53,12 @@ private:
     OutputFile* m_pFile;
 };
 
-void Configure(CHttpServices& oClient, const GetOptions& oOptions)
-{
-    if (!oOptions.strAgent.empty())
-        oClient.SetAppName(oOptions.strAgent);
-    if (oOptions.bPost)
-        oClient.SetGetPostType(0);
-    oClient.SetAuthenticationDetails(oOptions.strUser.c_str(), oOptions.strPassword.c_str(), oOptions.nSecurePort != 0,
-                                     oOptions.nSecurePort);
-}
-
 // pFile: the file behind the stream; null for standard output
 int Fetch(const GetOptions& oOptions, std::ostream& oOutput, OutputFile* pFile)
 {
-    CHttpServices oClient;
-    Configure(oClient, oOptions);
+    auto& oClient = oOptions.oClient;
+    oClient.SetAuthenticationDetails(oOptions.strUser.c_str(), oOptions.strPassword.c_str(), oOptions.nSecurePort != 0,
+                                     oOptions.nSecurePort);
     WatchForInterrupt(SIGINT);
     CString strError;
     CString strNewHost;
@@ -109,12 +99,15 @@ void DefineGet(CLI::App& oCommand, Action& action)
                         "File to put it in, once all of it is there; standard output by default");
     oCommand.add_flag("--unique", oOptions.bUnique, "Ask so that no cache can answer");
     oCommand.add_flag("--host-cache", oOptions.bHostCache, "First ask the host's root whether the host has moved");
-    oCommand.add_option("--agent", oOptions.strAgent, "Agent text to send instead of the library's");
+    oCommand.add_option_function<std::string>(
+        "--agent", [&](const std::string& strAgent) { oOptions.oClient.SetAppName(strAgent); },
+        "Agent text to send instead of the library's");
     auto* const pUser = oCommand.add_option("--user", oOptions.strUser, "Name for a server that asks for one");
     oCommand.add_option("--password", oOptions.strPassword, "The password to it")->needs(pUser);
     oCommand.add_option("--secure", oOptions.nSecurePort, "Connect with TLS, to this port whatever the URL says")
         ->check(CLI::Range(1, 65535));
-    oCommand.add_flag("--post", oOptions.bPost, "Ask with POST, without a body");
+    oCommand.add_flag_callback(
+        "--post", [&] { oOptions.oClient.SetGetPostType(0); }, "Ask with POST, without a body");
 }
 const Command s_oGetCommand("get", "Fetch what a URL holds", "get http://127.0.0.1:8080/report -o report.txt",
                             &DefineGet);

@@ -5,6 +5,7 @@
 #include "Families.h"
 
 #include "ZevrinUtils/Generators.h"
+#include "ZevrinUtils/SimpleMapi.h"
 
 #include <fstream>
 
@@ -81,6 +82,14 @@ const Command s_oTourCommand(
     "It works in a folder of its own under the one for temporary files and on the loopback network, and\n"
     "leaves nothing behind but, on Windows, an empty registry key. Without a terminal the rows have tabs\n"
     "between verdict, family, question, answer and milliseconds.");
+}
+
+void ShowMailAndPicker(Guide& oGuide, const Surroundings&)
+{
+    oGuide.Show("is there a mail system?", [] { return Judged(true, CSIMapi::HasEmail() ? "yes" : "no"); });
+    // Stops that need a user are listed as left out, so that nobody takes them for shown.
+    oGuide.Show("show a message in the mail client", [] { return LeftOut("needs you: zvu mail --to NAME"); });
+    oGuide.Show("let a user pick a folder", [] { return LeftOut("needs you: zvu pick-folder"); });
 }
 
 void WriteFile(const std::filesystem::path& oPath, const std::string& strBytes)
