@@ -59,7 +59,8 @@ int ErrnoOfError(DWORD nError) noexcept
 
 void ThrowErrno()
 {
-    throw Failure{ErrorOfErrno(errno)};
+    const DWORD nError = ErrorOfErrno(errno);   // before memory for an exception is asked for, which may change it
+    throw Failure{nError};
 }
 
 DWORD win32::GetLastError()

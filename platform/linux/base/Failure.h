@@ -1,5 +1,6 @@
 // The way in which a call fails: inside of the rooms by throwing a Failure where it is noticed, and to its caller as
-// Windows tells it, which is the work of the templates at the end. No call lets anything else through.
+// Windows tells it, which is the work of the templates at the end. Those are not noexcept: a host may cancel a thread
+// that waits in a call, which the C library ends by unwinding.
 #pragma once
 
 #include "win32/Kernel.h"
@@ -43,7 +44,7 @@ Result OrThrowErrno(Result nResult)
 
 // A call that gives its error as a number; in a numbering of its own it has its own for a want of memory.
 template <class Body>
-DWORD ErrorOf(Body body, DWORD nNoMemory = ERROR_NOT_ENOUGH_MEMORY) noexcept
+DWORD ErrorOf(Body body, DWORD nNoMemory = ERROR_NOT_ENOUGH_MEMORY)
 {
     try
     {
@@ -62,7 +63,7 @@ DWORD ErrorOf(Body body, DWORD nNoMemory = ERROR_NOT_ENOUGH_MEMORY) noexcept
 
 // A call that gives a value, another one on failure, and then sets the last error.
 template <class Result, class Body>
-Result ResultOr(Result failure, Body body) noexcept
+Result ResultOr(Result failure, Body body)
 {
     Result result = failure;
     if (const DWORD nError = ErrorOf([&] { result = body(); }))
@@ -72,7 +73,7 @@ Result ResultOr(Result failure, Body body) noexcept
 
 // A call that gives TRUE or, with the last error set, FALSE.
 template <class Body>
-BOOL Succeeds(Body body) noexcept
+BOOL Succeeds(Body body)
 {
     const DWORD nError = ErrorOf(body);
     if (nError)

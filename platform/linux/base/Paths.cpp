@@ -50,5 +50,6 @@ DWORD ErrorOnPath(const char* pszNativePath, int nErrno)
 
 void ThrowOnPath(const char* pszNativePath)
 {
-    throw Failure{ErrorOnPath(pszNativePath, errno)};
+    const DWORD nError = ErrorOnPath(pszNativePath, errno);   // before memory for an exception is asked for
+    throw Failure{nError};
 }

@@ -109,8 +109,8 @@ HANDLE win32::FindFirstFileA(LPCSTR pszPattern, LPWIN32_FIND_DATAA pFound)
         strFolder.erase(strFolder.size() - strAll.size());
         const char* const pszFolder = strFolder.empty() ? "/" : strFolder.c_str();
         const Folder pFolder(::opendir(pszFolder));
-        if (!pFolder)
-            throw Failure{ErrorOfListing(pszFolder)};
+        const DWORD nError = pFolder ? ERROR_SUCCESS : ErrorOfListing(pszFolder);
+        Require(pFolder != nullptr, nError);
         const auto pListing = std::make_shared<Listing>(pFolder);
         pListing->Next(*pFound);
         return OpenHandle(pListing);

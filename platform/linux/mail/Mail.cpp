@@ -122,7 +122,8 @@ std::string PathOfAttachment(const MapiFileDesc& oFile)
     Require(oOpen && ::fstat(oOpen.Get(), &oStatus) == 0 && S_ISREG(oStatus.st_mode), MAPI_E_ATTACHMENT_OPEN_FAILURE);
     std::error_code oError;
     std::string strPath = std::filesystem::canonical(static_cast<const char*>(oPath), oError).string();
-    Require(!oError && !EndsItsQuotes(strPath), MAPI_E_ATTACHMENT_OPEN_FAILURE);
+    Require(!oError, MAPI_E_FAILURE);   // its folder is gone
+    Require(!EndsItsQuotes(strPath), MAPI_E_ATTACHMENT_OPEN_FAILURE);
     return strPath;
 }
 

@@ -79,8 +79,7 @@ auto OnDescriptor(int nDescriptor, Call call) -> decltype(call(0))
         const auto nResult = call(nDescriptor);
         if (nResult >= 0)
             return nResult;
-        if (errno != EINTR)
-            throw Failure{Translate(s_aErrors, errno, WSAENETDOWN)};
+        Require(errno == EINTR, Translate(s_aErrors, errno, WSAENETDOWN));
     }
 }
 
