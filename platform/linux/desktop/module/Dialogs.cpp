@@ -1,4 +1,4 @@
-// Shared by the windows of the module, and the box that shows an error.
+// Shared by the windows of the module.
 #include "Dialogs.h"
 
 GtkWidget* NewDialog(const char* pszCaption, GtkWidget** ppOk)
@@ -18,16 +18,4 @@ void DestroyWindow(GtkWidget* pWindow)
 {
     gtk_widget_destroy(pWindow);
     gdk_display_flush(gdk_display_get_default());   // a turn of the main loop would run what the host has in it
-}
-
-void ShowError(DesktopBrowser* pOwner, const char* pszText, const char* pszCaption)
-{
-    const MainContext oContext;
-    if (!oContext)
-        return;
-    GtkWidget* const pDialog = gtk_message_dialog_new(WindowOf(pOwner), GTK_DIALOG_MODAL, GTK_MESSAGE_ERROR,
-                                                      GTK_BUTTONS_OK, "%s", Shown(pszText).c_str());
-    gtk_window_set_title(GTK_WINDOW(pDialog), Shown(pszCaption).c_str());
-    gtk_dialog_run(GTK_DIALOG(pDialog));
-    DestroyWindow(pDialog);
 }

@@ -48,6 +48,4 @@ const char* CaptionOf(DesktopBrowser* pBrowser);
 void CancelBrowse(DesktopBrowser* pBrowser);
 GtkWindow* WindowOf(DesktopBrowser* pBrowser);   // null for null
 
-void ShowError(DesktopBrowser* pOwner, const char* pszText, const char* pszCaption);
-
 bool AskForCredentialsInWindow(const char* pszWhat, char** ppszUser, char** ppszPassword);
