@@ -13,8 +13,6 @@ namespace
 {
 const auto& s_oNative = PlatformService<ThreadCalls>::s_oNative;
 
-using FailingThreads = Substitution<ThreadCalls>;
-
 class DNSResolverFailures : public DNSResolver
 {
 protected:
@@ -26,16 +24,14 @@ TEST_F(DNSResolverFailures, ThreadThatCannotStartIsTriedAgainAtTheNextAsk)
 {
     m_pResolver = CSDNSResolverPeer::Make();
     {
-        const FailingThreads oFake([](ThreadCalls& oCalls) {
-            oCalls.CreateThread = [](LPSECURITY_ATTRIBUTES, SIZE_T, LPTHREAD_START_ROUTINE, LPVOID, DWORD, LPDWORD)
-                                      WINAPI -> HANDLE { return nullptr; };
-        });
+        const Substitution oFake(&ThreadCalls::CreateThread,
+                                 [](LPSECURITY_ATTRIBUTES, SIZE_T, LPTHREAD_START_ROUTINE, LPVOID, DWORD, LPDWORD)
+                                     WINAPI -> HANDLE { return nullptr; });
         EXPECT_EQ(Ask("10.1.2.3:80"), "10.1.2.3:80");
     }
     {
-        const Substitution<ModuleCalls> oFake([](ModuleCalls& oCalls) {
-            oCalls.GetModuleHandleExA = [](DWORD, LPCSTR, HMODULE*) WINAPI -> BOOL { return FALSE; };
-        });
+        const Substitution oFake(&ModuleCalls::GetModuleHandleExA,
+                                 [](DWORD, LPCSTR, HMODULE*) WINAPI -> BOOL { return FALSE; });
         EXPECT_EQ(Ask("10.1.2.3:80"), "10.1.2.3:80");   // a module that cannot be kept gets no thread
     }
     EXPECT_THAT(m_oTrace.Messages(), testing::AllOf(SizeIs(2), Each("1 Can't create Resolution Thread")));
@@ -46,7 +42,7 @@ TEST_F(DNSResolverFailures, ComThatIsStartedAlreadyOrRefusedIsReportedAndPassedO
 {
     static HRESULT s_nResult;
     static int s_nStopped = 0;
-    const FailingThreads oFake([](ThreadCalls& oCalls) {
+    const Substitution<ThreadCalls> oFake([](ThreadCalls& oCalls) {
         oCalls.CoInitialize = [](LPVOID) WINAPI { return s_nResult; };
         oCalls.CoUninitialize = []() WINAPI { ++s_nStopped; };
     });
@@ -64,12 +60,11 @@ TEST_F(DNSResolverFailures, ComThatIsStartedAlreadyOrRefusedIsReportedAndPassedO
 TEST_F(DNSResolverFailures, FailedWaitEndsTheThreadForGoodAndLeavesTheAnswers)
 {
     static std::atomic<bool> s_bFail = false;
-    const FailingThreads oFake([](ThreadCalls& oCalls) {
-        oCalls.WaitForMultipleObjects = [](DWORD nCount, const HANDLE* ph, BOOL bAll, DWORD nLimit) WINAPI {
-            const DWORD nResult = s_oNative.WaitForMultipleObjects(nCount, ph, bAll, nLimit);
-            return s_bFail ? DWORD{WAIT_FAILED} : nResult;
-        };
-    });
+    const auto fail = [](DWORD nCount, const HANDLE* ph, BOOL bAll, DWORD nLimit) WINAPI {
+        const DWORD nResult = s_oNative.WaitForMultipleObjects(nCount, ph, bAll, nLimit);
+        return s_bFail ? DWORD{WAIT_FAILED} : nResult;
+    };
+    const Substitution oFake(&ThreadCalls::WaitForMultipleObjects, fail);
     m_pResolver = CSDNSResolverPeer::Make();
     EXPECT_EQ(AnswerFor("10.1.2.3"), "name-1");
     s_bFail = true;
@@ -86,7 +81,7 @@ TEST_F(DNSResolverFailures, FailedWaitEndsTheThreadForGoodAndLeavesTheAnswers)
 TEST_F(DNSResolverFailures, AStopRequestIsSeenBeforeQueueingAndBeforeALookup)
 {
     static std::atomic<bool> s_bStopAsked = true;
-    const FailingThreads oFake([](ThreadCalls& oCalls) {
+    const Substitution<ThreadCalls> oFake([](ThreadCalls& oCalls) {
         oCalls.WaitForSingleObject = [](HANDLE hObject, DWORD nLimit) WINAPI {
             return nLimit == 0 && s_bStopAsked ? DWORD{WAIT_OBJECT_0} : s_oNative.WaitForSingleObject(hObject, nLimit);
         };
@@ -111,9 +106,8 @@ TEST_F(DNSResolverFailures, AStopRequestIsSeenBeforeQueueingAndBeforeALookup)
 TEST_F(DNSResolverFailures, InstanceIsBuiltAnewAfterAConstructorThatThrew)
 {
     {
-        const FailingThreads oFake([](ThreadCalls& oCalls) {
-            oCalls.CreateEventA = [](LPSECURITY_ATTRIBUTES, BOOL, BOOL, LPCSTR) WINAPI -> HANDLE { throw 1; };
-        });
+        const Substitution oFake(&ThreadCalls::CreateEventA,
+                                 [](LPSECURITY_ATTRIBUTES, BOOL, BOOL, LPCSTR) WINAPI -> HANDLE { throw 1; });
         EXPECT_THROW(CSDNSResolver::Instance(), int);
     }
     EXPECT_EQ(CSDNSResolver::Instance()->GetDNSName(":80"), ":80");

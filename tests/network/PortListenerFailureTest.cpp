@@ -60,39 +60,27 @@ TEST_F(PortListener, AStartThatFailsLeavesNothingBehind)
     }
 }
 
-namespace
+TEST_F(PortListener, OnlyAReadThatDoesNotFillTheBufferEndsARequest)
 {
-std::vector<int> s_anReads;   // what recv is to answer, last first
-char s_achBuffer[1 + 0x40000];
-
-void ServeReads(SocketCalls& oCalls)
-{
-    oCalls.recv = [](SOCKET, char* pBuffer, int nMost, int) WINAPI {
-        EXPECT_EQ(nMost, 0x3ffff);
+    static constexpr int nFull = 0x3ffff;
+    static std::vector<int> s_anReads;   // what recv is to answer, last first
+    static char s_achBuffer[1 + 0x40000];
+    const auto serve = [](SOCKET, char* pBuffer, int nMost, int) WINAPI {
+        EXPECT_EQ(nMost, nFull);
         const int nRead = s_anReads.back();
         s_anReads.pop_back();
         std::fill_n(pBuffer, std::max(nRead, 0), 'x');
         return nRead;
     };
-}
-}
-
-TEST_F(PortListener, OnlyAReadThatDoesNotFillTheBufferEndsARequest)
-{
-    const Substitution<SocketCalls> oReads(ServeReads);
-    const Substitution<MemoryCalls> oMemory([](MemoryCalls& oCalls) {
-        oCalls.malloc = [](std::size_t nSize) -> void* { return nSize == 0x40000 ? s_achBuffer + 1 : nullptr; };
+    const Substitution oReads(&SocketCalls::recv, serve);
+    const Substitution oMemory(&MemoryCalls::malloc, [](std::size_t nSize) -> void* {
+        return nSize == sizeof s_achBuffer - 1 ? s_achBuffer + 1 : nullptr;
     });
-    constexpr int nFull = 0x3ffff;
-    const std::pair<std::vector<int>, int> aoCases[] = {
-        {{5}, 5},
-        {{0}, 0},
-        {{-1}, 0},
-        {{0, nFull}, nFull},
-        {{7, nFull, nFull}, 2 * nFull + 7},
-        {{-1, nFull}, 2 * nFull},   // what the full read left is taken once more
-    };
-    for (const auto& [anReads, nExpected] : aoCases)
+    for (const auto& [anReads, nExpected] : {std::pair<std::vector<int>, int>{{5}, 5},
+                                             {{-1}, 0},
+                                             {{0, nFull}, nFull},
+                                             {{7, nFull, nFull}, 2 * nFull + 7},
+                                             {{-1, nFull}, 2 * nFull}})   // what the full read left is taken once more
     {
         s_anReads = anReads;
         std::fill(std::begin(s_achBuffer), std::end(s_achBuffer), 'g');
@@ -108,9 +96,8 @@ TEST_F(PortListener, WantOfMemoryClosesTheConnectionAndTheListenerGoesOn)
 {
     static std::atomic<int> s_nWanting;   // how many more answers of malloc are null
     {
-        const Substitution<MemoryCalls> oMemory([](MemoryCalls& oCalls) {
-            oCalls.malloc = [](std::size_t nSize) { return s_nWanting-- > 0 ? nullptr : std::malloc(nSize); };
-        });
+        const Substitution oMemory(&MemoryCalls::malloc,
+                                   [](std::size_t nSize) { return s_nWanting-- > 0 ? nullptr : std::malloc(nSize); });
         ASSERT_EQ(m_oListener.Start(m_nPort, &Handle), 1);
         s_nWanting = 1;
         EXPECT_EQ(Fetch("lost"), "");
@@ -131,14 +118,11 @@ TEST_F(PortListener, SendsOnceFromABufferOfTwiceTheTextAndOverlooksItsFailure)
     static std::vector<std::size_t> s_anSizes;
     static std::vector<int> s_anSent;
     {
-        const Substitution<MemoryCalls> oMemory([](MemoryCalls& oCalls) {
-            oCalls.malloc = [](std::size_t nSize) { return s_anSizes.push_back(nSize), std::malloc(nSize); };
-        });
-        const Substitution<SocketCalls> oShort([](SocketCalls& oCalls) {
-            oCalls.send = [](SOCKET, const char*, int nLength, int nFlags) WINAPI {
-                s_anSent.push_back(nLength + nFlags);
-                return s_anSent.size() == 1 ? 1 : -1;
-            };
+        const Substitution oMemory(&MemoryCalls::malloc,
+                                   [](std::size_t nSize) { return s_anSizes.push_back(nSize), std::malloc(nSize); });
+        const Substitution oShort(&SocketCalls::send, [](SOCKET, const char*, int nLength, int nFlags) WINAPI {
+            s_anSent.push_back(nLength + nFlags);
+            return s_anSent.size() == 1 ? 1 : -1;
         });
         ASSERT_EQ(m_oListener.Start(m_nPort, &Handle), 1);
         for (const int bHeader : {0, 1})
@@ -161,8 +145,7 @@ TEST_F(PortListener, AFailedAcceptEndsTheThreadAndLeavesTheRecordUntilTheStop)
     s_bFailAccept = true;
     const Client oClient(m_nPort);
     EXPECT_EQ(Threads().WaitForSingleObject(m_oListener.m_oListeners[0]->m_hThread, 10000), WAIT_OBJECT_0);
-    const Substitution<ThreadCalls> oFake(
-        [](ThreadCalls& oCalls) { oCalls.GetExitCodeThread = [](HANDLE, LPDWORD) WINAPI -> BOOL { return FALSE; }; });
+    const Substitution oFake(&ThreadCalls::GetExitCodeThread, [](HANDLE, LPDWORD) WINAPI -> BOOL { return FALSE; });
     EXPECT_EQ(m_oListener.StopListener(0), 1);   // also when the exit code cannot be had
 }
 

@@ -7,7 +7,7 @@
 #include "support/Substitution.h"
 #include "support/TraceCapture.h"
 
-#include <condition_variable>
+#include <atomic>
 #include <memory>
 
 #include <gmock/gmock.h>
@@ -23,51 +23,43 @@ struct CSDNSResolverPeer
 class NameService
 {
 public:
-    NameService()
-        : m_oSubstitution([](SocketCalls& oCalls) {
-              oCalls.gethostbyaddr = [](const char* pAddress, int, int) WINAPI { return Answer(pAddress); };
-          })
-    {
-    }
-
-    void Hold(bool bHeld = true)
-    {
-        const std::lock_guard oHold(s_oLock);
-        s_bHeld = bHeld;
-        s_oChanged.notify_all();
-    }
-    void Release() { Hold(false); }
+    void Hold() { s_bHeld = true; }
+    void Release() { s_bHeld = false; }
 
     // The addresses looked up so far, the one under way included, once there are so many.
     std::vector<std::string> Lookups(std::size_t nAtLeast = 0) const
     {
-        std::unique_lock oHold(s_oLock);
-        s_oChanged.wait_for(oHold, std::chrono::seconds(10), [&] { return s_oLookups.size() >= nAtLeast; });
-        return s_oLookups;
+        WaitUntil([&] { return Noted().size() >= nAtLeast; });
+        return Noted();
     }
 
 private:
+    static std::vector<std::string> Noted(const std::string& strMore = "")
+    {
+        const std::lock_guard oHold(s_oLock);
+        if (!strMore.empty())
+            s_oLookups.push_back(strMore);
+        return s_oLookups;
+    }
+
     static hostent* Answer(const char* pAddress)
     {
         const auto* const p = reinterpret_cast<const unsigned char*>(pAddress);
-        std::unique_lock oHold(s_oLock);
-        s_oLookups.push_back(std::to_string(p[0]) + '.' + std::to_string(p[1]) + '.' + std::to_string(p[2]) + '.' +
-                             std::to_string(p[3]));
         static std::string s_strName;
-        s_strName = "name-" + std::to_string(s_oLookups.size());
-        s_oChanged.notify_all();
-        s_oChanged.wait(oHold, [] { return !s_bHeld; });
-
+        s_strName = "name-" + std::to_string(Noted(std::to_string(p[0]) + '.' + std::to_string(p[1]) + '.' +
+                                                   std::to_string(p[2]) + '.' + std::to_string(p[3]))
+                                                 .size());
+        WaitUntil([] { return !s_bHeld; });
         static hostent s_oHost;
         s_oHost.h_name = p[1] == 8 ? nullptr : s_strName.data();
         return p[1] == 9 ? nullptr : &s_oHost;
     }
 
     static inline std::mutex s_oLock;
-    static inline std::condition_variable s_oChanged;
     static inline std::vector<std::string> s_oLookups;
-    static inline bool s_bHeld = false;
-    const Substitution<SocketCalls> m_oSubstitution;
+    static inline std::atomic<bool> s_bHeld = false;
+    const Substitution<SocketCalls> m_oSubstitution{
+        &SocketCalls::gethostbyaddr, [](const char* pAddress, int, int) WINAPI { return Answer(pAddress); }};
 };
 
 class DNSResolver : public testing::Test
