@@ -6,7 +6,6 @@
 #include "platform/Processes.h"
 #include "support/FaultSweep.h"
 #include "support/ScratchFolder.h"
-#include "support/Wine.h"
 
 #include <algorithm>
 #include <cstring>

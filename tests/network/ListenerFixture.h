@@ -1,7 +1,7 @@
 // A port listener, a handler that notes what it is asked, and real clients.
 #pragma once
 
-#include "NativeSockets.h"
+#include "Native.h"
 #include "ZevrinUtils/PortListener.h"
 #include "platform/Memory.h"
 #include "platform/Sockets.h"

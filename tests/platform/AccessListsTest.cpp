@@ -3,9 +3,8 @@
 #include "platform/System.h"
 #include "support/ErrorOf.h"
 #include "support/ScratchFolder.h"
-#include "support/Wine.h"
 
-#include "NativeRights.h"
+#include "Native.h"
 
 #include <gtest/gtest.h>
 

@@ -3,7 +3,8 @@
 #include "platform/Errors.h"
 #include "platform/Handles.h"
 #include "support/ScratchFolder.h"
-#include "support/Wine.h"
+
+#include "Native.h"
 
 #include <gtest/gtest.h>
 

@@ -3,7 +3,8 @@
 #include "platform/Handles.h"
 #include "support/ErrorOf.h"
 #include "support/ScratchFolder.h"
-#include "support/Wine.h"
+
+#include "Native.h"
 
 #include <vector>
 

@@ -2,11 +2,12 @@
 #include "platform/Streams.h"
 #include "support/ScratchFolder.h"
 
+#include "Native.h"
+
 #include <gtest/gtest.h>
 
 TEST(Streams, AreReadInWholeItemsToTheEndOrNotOpened)
 {
-    const bool bWindows = sizeof(wchar_t) == 2;
     const ScratchFolder oFolder;
     for (const char* pszRefused : {"missing", ".", "no\\such"})
         EXPECT_EQ(Streams().fopen((oFolder / pszRefused).c_str(), "r"), nullptr) << pszRefused;

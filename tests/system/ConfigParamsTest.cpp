@@ -4,10 +4,9 @@
 #include "platform/Registry.h"
 #include "support/Substitution.h"
 
-#include "OwnRegistry.h"
+#include "Own.h"
 
 #include <functional>
-#include <stdexcept>
 
 #include <gmock/gmock.h>
 
@@ -121,10 +120,8 @@ TEST_F(ConfigParams, AWriteTellsOnlyWhetherTheKeyCouldBeOpened)
 {
     s_nOpen = 0;
     EXPECT_TRUE(setRegString(m_strPath.c_str(), std::string(20000, 'n').c_str(), "refused") && s_nOpen == 0);
-    const Substitution<RegistryCalls> oThrowing([](RegistryCalls& oCalls) {
-        oCalls.RegSetValueExA = [](HKEY, LPCSTR, DWORD, DWORD, const BYTE*, DWORD)
-                                    WINAPI -> LSTATUS { throw std::runtime_error("raised"); };
-    });
+    const Substitution oThrowing(&RegistryCalls::RegSetValueExA,
+                                 [](HKEY, LPCSTR, DWORD, DWORD, const BYTE*, DWORD) WINAPI -> LSTATUS { throw 1; });
     EXPECT_TRUE(!setRegString(m_strPath.c_str(), "v", "ab") && s_nOpen == 1);   // which stays open
     EXPECT_TRUE(!setRegString(m_strPath.c_str(), "v", nullptr) && s_nOpen == 2);
 }
