@@ -1,7 +1,7 @@
 // The contract of the file calls, the same on every target.
 #include "platform/Files.h"
-#include "platform/Errors.h"
 #include "platform/Handles.h"
+#include "support/ErrorOf.h"
 #include "support/ScratchFolder.h"
 
 #include "Native.h"
@@ -36,11 +36,9 @@ TEST(Files, KeepWhatIsWrittenAndTellTheirSize)
         EXPECT_TRUE(Files().WriteFile(hFile, strBytes.data(), static_cast<DWORD>(strBytes.size()), &nCount, nullptr));
         EXPECT_EQ(nCount, strBytes.size());
         char achRead[20] = {};
-        EXPECT_FALSE(Files().ReadFile(hFile, achRead, 1, &nCount, nullptr));
-        EXPECT_EQ(Errors().GetLastError(), DWORD{ERROR_ACCESS_DENIED});
+        EXPECT_EQ(ErrorOf(Files().ReadFile(hFile, achRead, 1, &nCount, nullptr)), DWORD{ERROR_ACCESS_DENIED});
         EXPECT_TRUE(Handles().CloseHandle(hFile));
-        EXPECT_FALSE(Files().ReadFile(hFile, achRead, 1, &nCount, nullptr));
-        EXPECT_EQ(Errors().GetLastError(), DWORD{ERROR_INVALID_HANDLE});
+        EXPECT_EQ(ErrorOf(Files().ReadFile(hFile, achRead, 1, &nCount, nullptr)), DWORD{ERROR_INVALID_HANDLE});
 
         const HANDLE hRead = Open(strFile);
         LARGE_INTEGER nSize{};
@@ -52,8 +50,7 @@ TEST(Files, KeepWhatIsWrittenAndTellTheirSize)
             EXPECT_EQ(nCount, nExpected);
         }
         EXPECT_EQ(std::string(achRead, strBytes.size()), strBytes);
-        EXPECT_FALSE(Files().WriteFile(hRead, "x", 1, &nCount, nullptr));
-        EXPECT_EQ(Errors().GetLastError(), DWORD{ERROR_ACCESS_DENIED});
+        EXPECT_EQ(ErrorOf(Files().WriteFile(hRead, "x", 1, &nCount, nullptr)), DWORD{ERROR_ACCESS_DENIED});
         Handles().CloseHandle(hRead);
     }
 }

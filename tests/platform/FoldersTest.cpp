@@ -45,8 +45,7 @@ TEST(Listings, BeginWithTheDotsAndTellSizes)
     EXPECT_EQ((std::vector{oNames[0], oNames[1]}), (std::vector<std::string>{".=0", "..=0"}));
     EXPECT_THAT(oNames, testing::UnorderedElementsAre(".=0", "..=0", "below=0", "five=5", "b l 'ank=0"));
     EXPECT_TRUE(Files().FindClose(hFind));
-    EXPECT_FALSE(Files().FindClose(INVALID_HANDLE_VALUE));
-    EXPECT_EQ(Errors().GetLastError(), DWORD{ERROR_INVALID_HANDLE});
+    EXPECT_EQ(ErrorOf(Files().FindClose(INVALID_HANDLE_VALUE)), DWORD{ERROR_INVALID_HANDLE});
     EXPECT_EQ(List(oFolder / "missing"), DWORD{ERROR_PATH_NOT_FOUND});
     EXPECT_EQ(List(oFolder / "five\\below"), DWORD{ERROR_PATH_NOT_FOUND});
     const DWORD nError = List(oFolder / "five");
