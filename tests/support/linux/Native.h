@@ -3,7 +3,6 @@
 
 #include "support/ScratchFolder.h"
 
-#include <cstddef>
 #include <cstdlib>
 
 #include <netinet/in.h>
@@ -29,8 +28,6 @@ inline bool EveryoneMayAll(const std::string& strPath)
 }
 
 using NativeSocket = int;
-using NativeSize = std::size_t;   // of what is sent
-inline constexpr int nShutdownSend = SHUT_WR;
 
 inline int CloseNative(NativeSocket nSocket)
 {

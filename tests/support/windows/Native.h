@@ -45,9 +45,6 @@ inline bool EveryoneMayAll(std::string strPath)
 }
 
 using NativeSocket = SOCKET;
-using NativeSize = int;   // of what is sent
-using socklen_t = int;
-inline constexpr int nShutdownSend = SD_SEND;
 
 inline int CloseNative(NativeSocket hSocket)
 {
