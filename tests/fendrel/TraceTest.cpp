@@ -86,7 +86,7 @@ TEST(Trace, LosesNothingWhileItsSinkChanges)
     static std::atomic<int> s_nRecords = 0;
     const auto count = [](const CSTrace::Record&, void*) { ++s_nRecords; };
     Service().TraceToCallback(count, nullptr);
-    std::vector<std::thread> oThreads;
+    std::vector<std::jthread> oThreads;
     for (int nThread = 0; nThread < 4; ++nThread)
         oThreads.emplace_back([] {
             for (int n = 0; n < 2000; ++n)
@@ -94,7 +94,6 @@ TEST(Trace, LosesNothingWhileItsSinkChanges)
         });
     for (int n = 0; n < 200; ++n)
         Service().TraceToCallback(count, nullptr);
-    for (auto& oThread : oThreads)
-        oThread.join();
+    oThreads.clear();   // waits
     EXPECT_EQ(s_nRecords, 8000);
 }

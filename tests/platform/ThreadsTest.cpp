@@ -150,7 +150,7 @@ TEST(CriticalSections, LetTheHolderInAgainAndKeepOthersOut)
     CRITICAL_SECTION oSection;
     Threads().InitializeCriticalSection(&oSection);
     int nCount = 0;
-    std::vector<std::thread> oThreads;
+    std::vector<std::jthread> oThreads;
     for (int nThread = 0; nThread < 4; ++nThread)
         oThreads.emplace_back([&] {
             for (int n = 0; n < 5000; ++n)
@@ -165,8 +165,7 @@ TEST(CriticalSections, LetTheHolderInAgainAndKeepOthersOut)
                 Threads().LeaveCriticalSection(&oSection);
             }
         });
-    for (auto& oThread : oThreads)
-        oThread.join();
+    oThreads.clear();   // waits
     EXPECT_EQ(nCount, 4 * 5000);
     Threads().DeleteCriticalSection(&oSection);
 }
