@@ -1,4 +1,4 @@
-// The contract of handles, events, waits, threads, locks and COM starts, the same on every target.
+// The contract of handles, events, waits, threads, their errors, locks and COM starts, the same on every target.
 #include "platform/Threads.h"
 #include "platform/Errors.h"
 #include "platform/Files.h"
@@ -8,6 +8,7 @@
 #include "Native.h"
 
 #include <array>
+#include <atomic>
 #include <chrono>
 #include <thread>
 #include <vector>
@@ -98,6 +99,29 @@ TEST(HandleChecks, NullAndClosedOnesFailAtOnce)
         failsAsInvalid([&] { return Threads().ResetEvent(hBad); }, FALSE);
         failsAsInvalid([&] { return Handles().CloseHandle(hBad); }, FALSE);
     }
+}
+
+TEST(LastError, BelongsToItsThread)
+{
+    for (const DWORD nError : {DWORD{ERROR_NO_MORE_ITEMS}, ~DWORD{0}, DWORD{ERROR_SUCCESS}, DWORD{ERROR_BADDB}})
+    {
+        Errors().SetLastError(nError);
+        EXPECT_EQ(Errors().GetLastError(), nError);
+    }
+    std::atomic<int> nStep = 0;
+    std::thread oOther([&] {
+        while (nStep != 1)
+            continue;
+        EXPECT_NE(Errors().GetLastError(), DWORD{ERROR_BADDB});
+        Errors().SetLastError(ERROR_DISK_FULL);
+        nStep = 2;
+    });
+    Errors().SetLastError(ERROR_BADDB);
+    nStep = 1;
+    while (nStep != 2)   // by no call that could set an error of its own
+        continue;
+    EXPECT_EQ(Errors().GetLastError(), DWORD{ERROR_BADDB});
+    oOther.join();
 }
 
 TEST(ThreadHandles, AreSetWhenTheThreadEndsAndMayBeClosedBefore)
