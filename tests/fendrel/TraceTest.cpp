@@ -73,12 +73,10 @@ TEST(Trace, WritesOneLineForEachRecord)
     EXPECT_THAT(testing::internal::GetCapturedStderr(), HasSubstr(" error   [Class] Class::Method (.\\File:7) third"));
     Service().TraceToNothing();
 
-    std::ifstream oFile(strLog);
-    std::vector<std::string> oLines;
-    for (std::string strLine; std::getline(oFile, strLine);)
-        oLines.push_back(strLine);
-    EXPECT_THAT(oLines, ElementsAre(HasSubstr(" error   [Class] Class::Method (.\\File:7) first\\x0aline"),
-                                    HasSubstr(" warning [Class] Class::Method (.\\File:7) second")));
+    const std::string strLines = ScratchFolder::Read(strLog);
+    EXPECT_THAT(strLines, HasSubstr(" error   [Class] Class::Method (.\\File:7) first\\x0aline"));
+    EXPECT_THAT(strLines, HasSubstr(" warning [Class] Class::Method (.\\File:7) second"));
+    EXPECT_EQ(std::ranges::count(strLines, '\n'), 2);
 }
 
 TEST(Trace, LosesNothingWhileItsSinkChanges)

@@ -118,10 +118,6 @@ private:
             s_strLog += "dialog " + std::to_string(nFlags) + ";";
             return nResult;
         };
-        o.InternetCheckConnectionA = [](LPCSTR pszUrl, DWORD nFlags, DWORD) WINAPI -> BOOL {
-            s_strLog += std::string("check ") + pszUrl + " " + std::to_string(nFlags) + ";";
-            return 7;
-        };
     }};
 };
 

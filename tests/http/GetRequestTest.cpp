@@ -247,13 +247,14 @@ TEST(Retrieval, FailsAsPromisedWhateverCallFails)
 
 TEST(Retrieval, TellsTheSystemTheUrlOrNothingWhenAskedForReachability)
 {
-    FakeInternet oInternet({Status(200)});
-    CHttpServicesPeer oClient;
-    for (const std::size_t nLength : {0U, 1U, 259U, 260U})
+    static std::string s_strAsked;
+    const auto check = [](LPCSTR pszUrl, DWORD nFlags, DWORD)
+                           WINAPI -> BOOL { return s_strAsked = pszUrl, 6 + nFlags; };
+    const Substitution oCheck(&InternetCalls::InternetCheckConnectionA, check);
+    for (const std::size_t nLength : {0U, 259U, 260U})
     {
         CString strUrl(std::string(nLength, 'u'));
-        FakeInternet::s_strLog.clear();
-        EXPECT_EQ(oClient.IsOnline(strUrl), 7);
-        EXPECT_EQ(FakeInternet::s_strLog, "check " + (nLength < 260 ? std::string(nLength, 'u') : "") + " 1;");
+        EXPECT_EQ(CHttpServicesPeer().IsOnline(strUrl), 7);
+        EXPECT_EQ(s_strAsked, std::string(nLength % 260, 'u'));
     }
 }

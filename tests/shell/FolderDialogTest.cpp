@@ -18,8 +18,7 @@
 
 namespace
 {
-using Browser = std::function<const ITEMIDLIST*(BROWSEINFOA&)>;
-Browser s_browse;
+std::function<const ITEMIDLIST*(BROWSEINFOA&)> s_browse;
 std::string s_strSeen;   // by the shell and the windows
 HWND s_hWindow;
 
