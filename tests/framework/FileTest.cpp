@@ -46,10 +46,9 @@ TEST(CFile, SaysWhatFailed)
     EXPECT_FALSE(oFile.Open(strName.c_str(), CFile::modeRead, &oError));
     EXPECT_EQ(oError.m_eCause, CFileException::sharingViolation);
     EXPECT_EQ(ThrownBy([&] { oOut.Read(achText, 1); }), strName + ": access is denied (error 5)");
-    const Substitution<FileCalls> oFullDisk([](FileCalls& o) {
-        o.WriteFile = [](HANDLE, LPCVOID, DWORD nCount, LPDWORD pnWritten, LPOVERLAPPED)
-                          WINAPI -> BOOL { return *pnWritten = nCount - 1, TRUE; };
-    });
+    const Substitution oFullDisk(&FileCalls::WriteFile,
+                                 [](HANDLE, LPCVOID, DWORD nCount, LPDWORD pnWritten, LPOVERLAPPED)
+                                     WINAPI -> BOOL { return *pnWritten = nCount - 1, TRUE; });
     EXPECT_EQ(ThrownBy([&] { oOut.Write("x", 1); }), strName + ": the disk is full (error 112)");
     oOut.Close();
     oOut.Close();

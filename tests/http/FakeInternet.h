@@ -118,26 +118,14 @@ private:
             s_strLog += "dialog " + std::to_string(nFlags) + ";";
             return nResult;
         };
-        o.InternetCheckConnectionA = [](LPCSTR pszUrl, DWORD nFlags, DWORD) WINAPI -> BOOL {
-            s_strLog += std::string("check ") + pszUrl + " " + std::to_string(nFlags) + ";";
-            return 7;
-        };
     }};
 };
 
 struct CHttpServicesPeer : CHttpServices
 {
-    using CHttpServices::bIsRedirection;
-    using CHttpServices::bIsURLHostCached;
-    using CHttpServices::bOpenGetRequest;
-    using CHttpServices::CloseGetRequest;
-    using CHttpServices::m_oHostNameToIp;
-    using CHttpServices::m_pObserver;
-    using CHttpServices::nGetPort;
-    using CHttpServices::sGetCachedURL;
-    using CHttpServices::sGetCachedURLHostAndPort;
-    using CHttpServices::sGetHost;
-    using CHttpServices::sGetStrippedURL;
+    using C = CHttpServices;
+    using C::bIsURLHostCached, C::bOpenGetRequest, C::CloseGetRequest, C::m_oHostNameToIp, C::m_pObserver;
+    using C::sGetCachedURL, C::sGetCachedURLHostAndPort, C::sGetHost, C::sGetStrippedURL;
 };
 
 // Notes what it hears, and answers as told.

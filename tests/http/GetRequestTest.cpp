@@ -1,7 +1,6 @@
 // The exchange of requests and retrievals over prepared answers.
 #include "FakeInternet.h"
 
-#include <chrono>
 #include <sstream>
 #include <thread>
 
@@ -176,23 +175,24 @@ TEST(Retrieval, TellsTheObserverBlockByBlockAndLetsTheStrongerEventWin)
 
 TEST(Retrieval, AbortFromAnotherThreadHoldsUntilItIsCleared)
 {
-    FakeInternet oInternet({{200, "HTTP/1.1 200 OK\r\n\r\n", std::string(1 << 23, 'b')}});   // takes many seconds
-    CHttpServicesPeer oClient;
-    std::thread oOther([&] {
-        std::this_thread::sleep_for(std::chrono::milliseconds(20));
-        oClient.Abort(1);
-    });
-    for (const auto eResult :
-         {CHttpServices::eHttpReqCanceled, CHttpServices::eHttpReqCanceled, CHttpServices::eHttpReqOK})
+    using C = CHttpServices;
+    FakeInternet oInternet({{200, "HTTP/1.1 200 OK\r\n\r\n", "body"}});
+    static CHttpServicesPeer s_oClient;
+    struct Aborting : NotingObserver
     {
-        std::ostringstream oOutput;
-        CString strNewHost;
-        EXPECT_EQ(oClient.eCopyURLFile("http://h/", oOutput, strNewHost, nullptr, 0, 0, nullptr, 0), eResult);
-        FakeInternet::s_oAnswers = {{200, "HTTP/1.1 200 OK\r\n\r\n", "body"}};
-        oClient.Abort(oOther.joinable());
-        if (oOther.joinable())
-            oOther.join();
-    }
+        bool bOnDataBlock(unsigned long) override
+        {
+            return std::thread([] { s_oClient.Abort(1); }).join(), true;
+        }
+    } oAborting;
+    CString strContent, strNewHost;
+    const auto get = [&](CHTTPRequestObserver* p) {
+        return s_oClient.eGetURLFile("http://h/", strContent, strNewHost, p, 0, 0, nullptr, 0);
+    };
+    EXPECT_EQ(get(&oAborting), C::eHttpReqCanceled);
+    EXPECT_EQ(get(nullptr), C::eHttpReqCanceled);
+    s_oClient.Abort(0);
+    EXPECT_EQ(get(nullptr), C::eHttpReqOK);
 }
 
 // Every call of a retrieval fails in turn, once and for good.
@@ -247,13 +247,14 @@ TEST(Retrieval, FailsAsPromisedWhateverCallFails)
 
 TEST(Retrieval, TellsTheSystemTheUrlOrNothingWhenAskedForReachability)
 {
-    FakeInternet oInternet({Status(200)});
-    CHttpServicesPeer oClient;
-    for (const std::size_t nLength : {0U, 1U, 259U, 260U})
+    static std::string s_strAsked;
+    const auto check = [](LPCSTR pszUrl, DWORD nFlags, DWORD)
+                           WINAPI -> BOOL { return s_strAsked = pszUrl, 6 + nFlags; };
+    const Substitution oCheck(&InternetCalls::InternetCheckConnectionA, check);
+    for (const std::size_t nLength : {0U, 259U, 260U})
     {
         CString strUrl(std::string(nLength, 'u'));
-        FakeInternet::s_strLog.clear();
-        EXPECT_EQ(oClient.IsOnline(strUrl), 7);
-        EXPECT_EQ(FakeInternet::s_strLog, "check " + (nLength < 260 ? std::string(nLength, 'u') : "") + " 1;");
+        EXPECT_EQ(CHttpServicesPeer().IsOnline(strUrl), 7);
+        EXPECT_EQ(s_strAsked, std::string(nLength % 260, 'u'));
     }
 }

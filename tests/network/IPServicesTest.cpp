@@ -35,25 +35,23 @@ int Ask(const char* pszText)
 
 TEST(IPServices, WalkAllAdaptersAndFailWhenAskedInVain)
 {
-    const Substitution<AdapterCalls> oThree([](AdapterCalls& o) {
-        o.GetAdaptersInfo = [](PIP_ADAPTER_INFO p, ULONG* pnSize) WINAPI -> ULONG {
-            if (!p)
-                return *pnSize = 2 * sizeof *p + sizeof(IP_ADDR_STRING),
-                       FaultSweep::Strikes("size") ? ERROR_NO_DATA : ERROR_BUFFER_OVERFLOW;
-            auto* const pMore = reinterpret_cast<PIP_ADDR_STRING>(p + 2);
-            p->Next = p + 1;
-            p[1].IpAddressList.Next = pMore;
-            std::strcpy(p[0].IpAddressList.IpAddress.String, "10.0.0.1");
-            std::strcpy(p[1].IpAddressList.IpAddress.String, "10.0.0.2");
-            std::strcpy(pMore->IpAddress.String, "10.0.0.3");
-            return FaultSweep::Strikes("list") ? ERROR_NOT_ENOUGH_MEMORY : ERROR_SUCCESS;
-        };
-    });
+    const auto listThree = [](PIP_ADAPTER_INFO p, ULONG* pnSize) WINAPI -> ULONG {
+        if (!p)
+            return *pnSize = 2 * sizeof *p + sizeof(IP_ADDR_STRING),
+                   FaultSweep::Strikes("size") ? ERROR_NO_DATA : ERROR_BUFFER_OVERFLOW;
+        auto* const pMore = reinterpret_cast<PIP_ADDR_STRING>(p + 2);
+        p->Next = p + 1;
+        p[1].IpAddressList.Next = pMore;
+        std::strcpy(p[0].IpAddressList.IpAddress.String, "10.0.0.1");
+        std::strcpy(p[1].IpAddressList.IpAddress.String, "10.0.0.2");
+        std::strcpy(pMore->IpAddress.String, "10.0.0.3");
+        return FaultSweep::Strikes("list") ? ERROR_NOT_ENOUGH_MEMORY : ERROR_SUCCESS;
+    };
+    const Substitution oAdapters(&AdapterCalls::GetAdaptersInfo, listThree);
     for (const char* pszLocal : {"10.0.0.1", "10.0.0.2", "10.0.0.3"})
         EXPECT_EQ(Ask(pszLocal), 1) << pszLocal;
     EXPECT_EQ(Ask("10.0.0.4"), 0);
     FaultSweep::Over([] { EXPECT_EQ(Ask("10.0.0.1"), FaultSweep::s_nFirst ? -1 : 1); });
-    const Substitution<MemoryCalls> oNone(
-        [](MemoryCalls& o) { o.malloc = [](std::size_t) -> void* { return nullptr; }; });
+    const Substitution oNone(&MemoryCalls::malloc, [](std::size_t) -> void* { return nullptr; });
     EXPECT_EQ(Ask("10.0.0.1"), -1);
 }

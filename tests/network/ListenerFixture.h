@@ -1,7 +1,7 @@
 // A port listener, a handler that notes what it is asked, and real clients.
 #pragma once
 
-#include "NativeSockets.h"
+#include "Native.h"
 #include "ZevrinUtils/PortListener.h"
 #include "platform/Memory.h"
 #include "platform/Sockets.h"
@@ -64,11 +64,7 @@ public:
     Client(const Client&) = delete;
     Client& operator=(const Client&) = delete;
 
-    void Send(const std::string& strText)
-    {
-        ::send(m_nSocket, strText.data(), static_cast<NativeSize>(strText.size()), 0);
-    }
-    void EndSending() { ::shutdown(m_nSocket, nShutdownSend); }
+    void Send(const std::string& strText) { ::send(m_nSocket, strText.data(), static_cast<int>(strText.size()), 0); }
 
     // The next close sends a reset.
     void Reset()

@@ -2,9 +2,8 @@
 #include "platform/Internet.h"
 #include "network/ListenerFixture.h"
 #include "support/ErrorOf.h"
-#include "support/Wine.h"
 
-#include "Environment.h"
+#include "Native.h"
 
 #include <map>
 

@@ -1,14 +1,16 @@
-// The contract of loading, searching, freeing and pinning modules, the same on every target.
+// The contract of modules, and of the profile, which tells of one of them, the same on every target.
 #include "platform/Modules.h"
+#include "platform/Profile.h"
 #include "support/ErrorOf.h"
+
+#include "Native.h"
 
 #include <gtest/gtest.h>
 
 namespace
 {
-constexpr bool bModulesOfWindows = sizeof(wchar_t) == 2;
-constexpr const char* s_pszModule = bModulesOfWindows ? "version.dll" : "libm.so.6";
-constexpr const char* s_pszFunction = bModulesOfWindows ? "VerQueryValueA" : "cbrt";
+constexpr const char* s_pszModule = bWindows ? "version.dll" : "libm.so.6";
+constexpr const char* s_pszFunction = bWindows ? "VerQueryValueA" : "cbrt";
 constexpr DWORD nPinFromAddress = GET_MODULE_HANDLE_EX_FLAG_PIN | GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS;
 
 DWORD Pin(const void* pAddress)
@@ -40,10 +42,16 @@ TEST(Modules, SayWhyTheyAreNotThere)
 {
     EXPECT_EQ(ErrorOf(Modules().LoadLibraryA("no such module")), DWORD{ERROR_MOD_NOT_FOUND});
     EXPECT_EQ(ErrorOf(Modules().FreeLibrary(nullptr)), DWORD{ERROR_INVALID_HANDLE});
-    // The mail system, as far as the machine has one, is found where it can be loaded.
+}
+
+TEST(Profile, TellsOfTheMailSystemThatIsFoundAndCanBeLoadedIfThereIsOne)
+{
     const HMODULE hMail = Modules().LoadLibraryA("MAPI32.DLL");
-    const DWORD nSize = Modules().SearchPathA(nullptr, "MAPI32.DLL", nullptr, 0, nullptr, nullptr);
-    EXPECT_EQ(hMail != nullptr, nSize != 0);
-    EXPECT_EQ(hMail && Modules().GetProcAddress(hMail, "MAPISendMail"), hMail != nullptr);
-    EXPECT_EQ(hMail && Modules().FreeLibrary(hMail), hMail != nullptr);
+    const bool bThere = hMail != nullptr;
+    EXPECT_EQ(Modules().SearchPathA(nullptr, "MAPI32.DLL", nullptr, 0, nullptr, nullptr) != 0, bThere);
+    EXPECT_EQ(Profile().GetProfileIntA("MAIL", "MAPI", 0) != 0, bThere);
+    EXPECT_EQ(bThere && Modules().GetProcAddress(hMail, "MAPISendMail"), bThere);
+    EXPECT_EQ(bThere && Modules().FreeLibrary(hMail), bThere);
+    for (const auto& [pszSection, pszKey] : {std::pair{"MAIL", "no such entry"}, {"no such section", "MAPI"}})
+        EXPECT_EQ(Profile().GetProfileIntA(pszSection, pszKey, 7), 7u);
 }

@@ -2,7 +2,7 @@
 #include "platform/Registry.h"
 #include "platform/Threads.h"
 
-#include "OwnRegistry.h"
+#include "Own.h"
 
 #include <string>
 

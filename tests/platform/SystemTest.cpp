@@ -1,6 +1,7 @@
-// The contract of what the system tells of itself and of the process, the same on every target.
+// The contract of what the system tells of itself and of the process, and of identifiers, the same on every target.
 #include "platform/System.h"
-#include "platform/Errors.h"
+#include "platform/Identifiers.h"
+#include "support/ErrorOf.h"
 #include "support/ScratchFolder.h"
 
 #include <cstring>
@@ -23,6 +24,15 @@ std::string TextOfError(DWORD nError)
     EXPECT_EQ(System().LocalFree(pszText), nullptr);
     return strText;
 }
+
+std::string TextOf(UUID oId)
+{
+    RPC_CSTR pszText = nullptr;
+    EXPECT_EQ(Identifiers().UuidToStringA(&oId, &pszText), RPC_S_OK);
+    const std::string strText = reinterpret_cast<const char*>(pszText);
+    EXPECT_EQ(Identifiers().RpcStringFreeA(&pszText), RPC_S_OK);
+    return strText;
+}
 }
 
 TEST(System, HasATextWithALineEndForItsErrors)
@@ -35,7 +45,6 @@ TEST(System, HasATextWithALineEndForItsErrors)
     }
     EXPECT_EQ(TextOfError(0x20000005), "");
     EXPECT_EQ(Errors().GetLastError(), DWORD{ERROR_MR_MID_NOT_FOUND});
-    EXPECT_EQ(System().LocalFree(nullptr), nullptr);
 }
 
 TEST(System, TellsTheTimeTheDiskAndTheCommandLine)
@@ -53,6 +62,21 @@ TEST(System, TellsTheTimeTheDiskAndTheCommandLine)
         EXPECT_TRUE(nToCaller.QuadPart <= nFree.QuadPart && nFree.QuadPart <= nTotal.QuadPart && nTotal.QuadPart > 0);
     }
     const std::string strMissing = oFolder / "no\\such";
-    EXPECT_FALSE(System().GetDiskFreeSpaceExA(strMissing.c_str(), &nToCaller, &nTotal, &nFree));
-    EXPECT_EQ(Errors().GetLastError(), DWORD{ERROR_PATH_NOT_FOUND});
+    EXPECT_EQ(ErrorOf(System().GetDiskFreeSpaceExA(strMissing.c_str(), &nToCaller, &nTotal, &nFree)),
+              DWORD{ERROR_PATH_NOT_FOUND});
+}
+
+TEST(Identifiers, AreNewAndHaveATextOfTheirFieldsInOrder)
+{
+    EXPECT_EQ(TextOf({0xA1B2C3D4, 0x0506, 0x0708, {9, 10, 11, 12, 13, 14, 15, 16}}),
+              "a1b2c3d4-0506-0708-090a-0b0c0d0e0f10");
+    std::set<std::string> oTexts;
+    for (int n = 0; n < 100; ++n)
+    {
+        UUID oId{};
+        const RPC_STATUS nStatus = Identifiers().UuidCreate(&oId);
+        EXPECT_TRUE(nStatus == RPC_S_OK || nStatus == RPC_S_UUID_LOCAL_ONLY) << nStatus;
+        oTexts.insert(TextOf(oId));
+    }
+    EXPECT_EQ(oTexts.size(), 100u);
 }

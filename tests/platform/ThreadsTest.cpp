@@ -1,9 +1,14 @@
-// The contract of handles, events, waits, threads, locks and COM starts, the same on every target.
+// The contract of handles, events, waits, threads, their errors, locks and COM starts, the same on every target.
 #include "platform/Threads.h"
 #include "platform/Errors.h"
+#include "platform/Files.h"
 #include "platform/Handles.h"
+#include "support/ScratchFolder.h"
+
+#include "Native.h"
 
 #include <array>
+#include <atomic>
 #include <chrono>
 #include <thread>
 #include <vector>
@@ -70,15 +75,23 @@ TEST(Waits, WakeAllWhenAnEventIsSetAndEndWhenTheTimeIsUp)
 
 TEST(HandleChecks, NullAndClosedOnesFailAtOnce)
 {
+    const ScratchFolder oFolder;
+    const std::string strFile = oFolder / "file";
     const HANDLE hGood = MakeEvent(true);
-    const HANDLE hClosed = MakeEvent();
-    ASSERT_TRUE(Handles().CloseHandle(hClosed));
+    const HANDLE ah[] = {
+        MakeEvent(),
+        Threads().CreateThread(
+            nullptr, 0, [](LPVOID) WINAPI -> DWORD { return 0; }, nullptr, 0, nullptr),
+        Files().CreateFileA(strFile.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr)};
+    for (const HANDLE hObject : ah)
+        EXPECT_TRUE(Handles().CloseHandle(hObject));
+    EXPECT_TRUE(Files().DeleteFileA(strFile.c_str()));   // nobody has it open any more
     const auto failsAsInvalid = [](auto call, auto failure) {
         Errors().SetLastError(0);
         EXPECT_EQ(call(), failure);
         EXPECT_EQ(Errors().GetLastError(), DWORD{ERROR_INVALID_HANDLE});
     };
-    for (const HANDLE hBad : {HANDLE{}, hClosed})
+    for (const HANDLE hBad : {HANDLE{}, ah[0], ah[1], ah[2]})
     {
         failsAsInvalid([&] { return Threads().WaitForSingleObject(hBad, INFINITE); }, WAIT_FAILED);
         failsAsInvalid([&] { return WaitForAny(std::array{hGood, hBad}, INFINITE); }, WAIT_FAILED);
@@ -86,6 +99,29 @@ TEST(HandleChecks, NullAndClosedOnesFailAtOnce)
         failsAsInvalid([&] { return Threads().ResetEvent(hBad); }, FALSE);
         failsAsInvalid([&] { return Handles().CloseHandle(hBad); }, FALSE);
     }
+}
+
+TEST(LastError, BelongsToItsThread)
+{
+    for (const DWORD nError : {DWORD{ERROR_NO_MORE_ITEMS}, ~DWORD{0}, DWORD{ERROR_SUCCESS}, DWORD{ERROR_BADDB}})
+    {
+        Errors().SetLastError(nError);
+        EXPECT_EQ(Errors().GetLastError(), nError);
+    }
+    std::atomic<int> nStep = 0;
+    std::thread oOther([&] {
+        while (nStep != 1)
+            continue;
+        EXPECT_NE(Errors().GetLastError(), DWORD{ERROR_BADDB});
+        Errors().SetLastError(ERROR_DISK_FULL);
+        nStep = 2;
+    });
+    Errors().SetLastError(ERROR_BADDB);
+    nStep = 1;
+    while (nStep != 2)   // by no call that could set an error of its own
+        continue;
+    EXPECT_EQ(Errors().GetLastError(), DWORD{ERROR_BADDB});
+    oOther.join();
 }
 
 TEST(ThreadHandles, AreSetWhenTheThreadEndsAndMayBeClosedBefore)
@@ -100,7 +136,6 @@ TEST(ThreadHandles, AreSetWhenTheThreadEndsAndMayBeClosedBefore)
     EXPECT_EQ(nExitCode, DWORD{STILL_ACTIVE});
     EXPECT_FALSE(Threads().SetEvent(ahThreads[0]));   // a thread is no event
     EXPECT_TRUE(Handles().CloseHandle(ahThreads[1]));
-    EXPECT_EQ(Threads().WaitForSingleObject(ahThreads[1], INFINITE), WAIT_FAILED);
 
     Threads().SetEvent(ahEvents[0]);
     EXPECT_EQ(Threads().WaitForSingleObject(ahThreads[0], INFINITE), WAIT_OBJECT_0);
@@ -124,7 +159,7 @@ TEST(ThreadHandles, EndTheirThreadByForceOrSayThatTheyCannot)
     const HANDLE hThread = Threads().CreateThread(nullptr, 0, waitBetween, &ahEvents, 0, nullptr);
     EXPECT_EQ(Threads().WaitForSingleObject(ahEvents[1], INFINITE), WAIT_OBJECT_0);
     const bool bByForce = Threads().TerminateThread(hThread, 9);
-    EXPECT_EQ(bByForce ? 0 : Errors().GetLastError(), sizeof(wchar_t) == 2 ? 0 : DWORD{ERROR_NOT_SUPPORTED});
+    EXPECT_EQ(bByForce ? 0 : Errors().GetLastError(), bWindows ? 0 : DWORD{ERROR_NOT_SUPPORTED});
     EXPECT_TRUE(bByForce || Threads().SetEvent(ahEvents[0]));   // it runs on
     EXPECT_EQ(Threads().WaitForSingleObject(hThread, INFINITE), WAIT_OBJECT_0);
     DWORD nExitCode = 0;
@@ -139,7 +174,7 @@ TEST(CriticalSections, LetTheHolderInAgainAndKeepOthersOut)
     CRITICAL_SECTION oSection;
     Threads().InitializeCriticalSection(&oSection);
     int nCount = 0;
-    std::vector<std::thread> oThreads;
+    std::vector<std::jthread> oThreads;
     for (int nThread = 0; nThread < 4; ++nThread)
         oThreads.emplace_back([&] {
             for (int n = 0; n < 5000; ++n)
@@ -154,8 +189,7 @@ TEST(CriticalSections, LetTheHolderInAgainAndKeepOthersOut)
                 Threads().LeaveCriticalSection(&oSection);
             }
         });
-    for (auto& oThread : oThreads)
-        oThread.join();
+    oThreads.clear();   // waits
     EXPECT_EQ(nCount, 4 * 5000);
     Threads().DeleteCriticalSection(&oSection);
 }

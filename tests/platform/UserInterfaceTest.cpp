@@ -1,7 +1,7 @@
 // The contract of windows, their messages and the message box, the same on every target.
 #include "platform/UserInterface.h"
 
-#include "OwnWindow.h"
+#include "Own.h"
 
 #include <string>
 

@@ -7,6 +7,9 @@
 #include "shell/LastFolder.h"
 #include "support/Substitution.h"
 
+#include "Native.h"
+#include "Own.h"
+
 #include <cstdint>
 #include <cstring>
 #include <functional>
@@ -15,12 +18,9 @@
 
 namespace
 {
-using Browser = std::function<const ITEMIDLIST*(BROWSEINFOA&)>;
-Browser s_browse;
+std::function<const ITEMIDLIST*(BROWSEINFOA&)> s_browse;
 std::string s_strSeen;   // by the shell and the windows
-HWND s_hWindow = reinterpret_cast<HWND>(std::uintptr_t{0x100});
-WNDPROC s_pfnProcedure;
-HANDLE s_hObject;
+HWND s_hWindow;
 
 // An item of this shell is its path.
 const ITEMIDLIST* Item(const char* pszPath)
@@ -33,7 +33,13 @@ int Tell(const BROWSEINFOA& oInfo, UINT nMessage, const void* pValue = nullptr)
     return oInfo.lpfn(s_hWindow, nMessage, reinterpret_cast<LPARAM>(pValue), oInfo.lParam);
 }
 
-// A shell without a display, and a window that is not there: the browser of a run is a function of the test's.
+LRESULT CALLBACK Own(HWND, UINT nMessage, WPARAM, LPARAM)
+{
+    s_strSeen += "own " + std::to_string(nMessage) + ';';
+    return 5;
+}
+
+// A shell without a display, and a window that nobody sees: the browser of a run is a function of the test's.
 class FolderDialog : public testing::Test
 {
 protected:
@@ -41,6 +47,7 @@ protected:
     {
         s_strSeen.clear();
         g_strLastFolder.Empty();
+        s_hWindow = OpenOwnWindow();
         s_browse = [](BROWSEINFOA&) { return nullptr; };
     }
 
@@ -63,32 +70,15 @@ protected:
                          (bText ? reinterpret_cast<const char*>(lParam) : std::to_string(lParam)) + ';';
             return LRESULT{0};
         };
-        oCalls.GetWindowTextLengthA = [](HWND) WINAPI { return 7; };
-        oCalls.GetWindowTextA = [](HWND, LPSTR pszText, int nSize) WINAPI {
-            return std::snprintf(pszText, static_cast<std::size_t>(nSize), "Caption");
-        };
         oCalls.MessageBoxA = [](HWND hOwner, LPCSTR pszText, LPCSTR pszCaption, UINT nStyle) WINAPI {
             EXPECT_EQ(hOwner, s_hWindow);
             s_strSeen += std::string(pszText) + '|' + pszCaption + '|' + std::to_string(nStyle) + ';';
             return 1;
         };
-        oCalls.SetPropA = [](HWND, LPCSTR, HANDLE hValue) WINAPI -> BOOL { return s_hObject = hValue, TRUE; };
-        oCalls.GetPropA = [](HWND, LPCSTR) WINAPI { return s_hObject; };
-        oCalls.RemovePropA = [](HWND, LPCSTR) WINAPI { return std::exchange(s_hObject, nullptr); };
-        oCalls.SetWindowLongPtrA = [](HWND, int, LONG_PTR nValue) WINAPI {
-            return reinterpret_cast<LONG_PTR>(std::exchange(s_pfnProcedure, reinterpret_cast<WNDPROC>(nValue)));
-        };
-        oCalls.CallWindowProcA = [](WNDPROC, HWND, UINT nMessage, WPARAM, LPARAM) WINAPI {
-            s_strSeen += "own " + std::to_string(nMessage) + ';';
-            return LRESULT{5};
-        };
-        s_pfnProcedure = [](HWND, UINT, WPARAM, LPARAM) CALLBACK { return LRESULT{0}; };
     }};
-    const Substitution<FileCalls> m_oFiles{[](FileCalls& oCalls) {
-        oCalls.GetFileAttributesA = [](LPCSTR pszPath) WINAPI -> DWORD {
-            return std::strstr(pszPath, "missing") ? INVALID_FILE_ATTRIBUTES : FILE_ATTRIBUTE_NORMAL;
-        };
-    }};
+    const Substitution<FileCalls> m_oFiles{&FileCalls::GetFileAttributesA, [](LPCSTR psz) WINAPI -> DWORD {
+                                               return std::strstr(psz, "missing") ? INVALID_FILE_ATTRIBUTES : 1;
+                                           }};
     CWnd m_oParent;
     CFolderDialog m_oDialog{&m_oParent};
 };
@@ -172,24 +162,26 @@ TEST_F(FolderDialog, TheBrowserIsTheObjectsWindowUntilItsEnd)
             SetOKText(nullptr);
         }
     } oDialog(&m_oParent);
-    for (const std::uintptr_t nWindow : {0x200U, 0x300U})
+    const auto& oNative = PlatformService<UserInterfaceCalls>::s_oNative;
+    const HWND ahWindows[] = {s_hWindow, OpenOwnWindow()};
+    const auto nOwn = reinterpret_cast<LONG_PTR>(&Own);
+    s_browse = [&](BROWSEINFOA& oInfo) {
+        oNative.SetWindowLongPtrA(s_hWindow, GWLP_WNDPROC, nOwn);
+        Tell(oInfo, BFFM_SELCHANGED, s_pFar);
+        EXPECT_EQ(oDialog.m_hWnd, s_hWindow);
+        EXPECT_EQ(oNative.SendMessageA(s_hWindow, 1024, 0, 0), 5);
+        return nullptr;
+    };
+    for (const HWND hWindow : ahWindows)
     {
-        s_hWindow = reinterpret_cast<HWND>(nWindow);
-        s_browse = [&](BROWSEINFOA& oInfo) {
-            Tell(oInfo, BFFM_SELCHANGED, s_pFar);
-            EXPECT_EQ(oDialog.m_hWnd, s_hWindow);
-            EXPECT_EQ(s_hObject, static_cast<CWnd*>(&oDialog));
-            EXPECT_EQ(s_pfnProcedure(s_hWindow, 7, 0, 0), 5);
-            if (nWindow == 0x300)
-                s_pfnProcedure(s_hWindow, 0x82, 0, 0);
-            return nullptr;
-        };
+        s_hWindow = hWindow;
         s_strSeen.clear();
         EXPECT_EQ(oDialog.BrowseForFolder("t"), nullptr);
-        EXPECT_TRUE(s_strSeen.starts_with("browse t 75;send 1125 0 0;send 1129 0 0;own 7;")) << s_strSeen;
+        EXPECT_EQ(s_strSeen, "browse t 75;send 1125 0 0;send 1129 0 0;own 1024;");
     }
+    EXPECT_EQ(oNative.SetWindowLongPtrA(ahWindows[0], GWLP_WNDPROC, nOwn), nOwn);   // let go for the second one
+    CloseOwnWindow(ahWindows[1]);
     EXPECT_EQ(oDialog.m_hWnd, nullptr);
-    EXPECT_EQ(s_hObject, nullptr);
 }
 
 // The system's own shell, as far as it needs no display.
@@ -201,7 +193,7 @@ TEST(OwnShell, FindsAnItemByItsPath)
         using CFolderDialog::ConvertPathToLpItemIdList;
     };
     CWnd oParent;
-    const char* const pszFolder = sizeof(wchar_t) == 2 ? "C:\\windows\\system32" : "/usr/share";
+    const char* const pszFolder = bWindows ? "C:\\windows\\system32" : "/usr/share";
     const ITEMIDLIST* const pItem = Dialog(&oParent).ConvertPathToLpItemIdList(pszFolder);
     EXPECT_STREQ(CFolderDialog::GetPathName(pItem), pszFolder);
     CInterfacePtr<IShellFolder> pDesktop;

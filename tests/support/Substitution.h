@@ -1,6 +1,7 @@
-// Puts a changed table of platform calls in force for a scope:
+// Puts a changed table of platform calls in force for a scope, with another call in place of one, or of several:
 //
-//     Substitution<ThreadCalls> oFake([](ThreadCalls& oCalls) {
+//     const Substitution oNone(&MemoryCalls::malloc, [](std::size_t) -> void* { return nullptr; });
+//     const Substitution<ThreadCalls> oFake([](ThreadCalls& oCalls) {
 //         oCalls.CreateThread = [](...) WINAPI -> HANDLE { return nullptr; };
 //     });
 //
@@ -12,6 +13,9 @@
 
 #include <cstdlib>
 
+template <class Object, class Member>
+using MemberOf = Member Object::*;
+
 template <class Calls>
 class Substitution
 {
@@ -21,6 +25,11 @@ public:
     {
         change(m_oCalls);
         m_pBefore = PlatformService<Calls>::Exchange(&m_oCalls);
+    }
+
+    template <class Call, class Fake>
+    Substitution(MemberOf<Calls, Call> pCall, Fake fake) : Substitution([&](Calls& oCalls) { oCalls.*pCall = fake; })
+    {
     }
 
     // Taking away the table from under an inner scope would leave that one's fakes in force for good.

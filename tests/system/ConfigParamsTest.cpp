@@ -2,18 +2,23 @@
 #include "ZevrinUtils/ConfigParams.h"
 
 #include "platform/Registry.h"
-#include "support/Substitution.h"
+#include "support/FaultSweep.h"
 
-#include "OwnRegistry.h"
+#include "Own.h"
 
 #include <functional>
-#include <stdexcept>
+#include <utility>
 
 #include <gmock/gmock.h>
 
 namespace
 {
-int s_nOpen;   // keys
+// Keys, since the last such question.
+int LeftOpen()
+{
+    auto oDone = std::exchange(FaultSweep::s_oDone, {});
+    return oDone["open"] - oDone["close"];
+}
 
 struct ConfigParams : testing::Test, CConfigParamsBase
 {
@@ -31,16 +36,9 @@ struct ConfigParams : testing::Test, CConfigParamsBase
     std::string m_strValue = "before";
     unsigned long m_nValue = ~0ul;
     std::vector<std::string> m_oList{"before"};
-    const Substitution<RegistryCalls> m_oCounted{[](RegistryCalls& oCalls) {
-        oCalls.RegCreateKeyExA = [](HKEY h, LPCSTR psz, DWORD n, char* pszClass, DWORD nOptions, REGSAM nRights,
-                                    LPSECURITY_ATTRIBUTES p, HKEY* ph, LPDWORD pn) WINAPI {
-            const auto& oNative = PlatformService<RegistryCalls>::s_oNative;
-            const auto nError = oNative.RegCreateKeyExA(h, psz, n, pszClass, nOptions, nRights, p, ph, pn);
-            return s_nOpen += nError == 0, nError;
-        };
-        oCalls.RegCloseKey = [](HKEY hKey) WINAPI {
-            return --s_nOpen, PlatformService<RegistryCalls>::s_oNative.RegCloseKey(hKey);
-        };
+    const Substitution<RegistryCalls> m_oCounted{[](RegistryCalls& o) {
+        FaultSweep::Watch<&RegistryCalls::RegCreateKeyExA>(o, "open", ERROR_BAD_PATHNAME);
+        FaultSweep::Watch<&RegistryCalls::RegCloseKey>(o, "close", ERROR_INVALID_HANDLE);
     }};
 };
 }
@@ -60,9 +58,9 @@ TEST_F(ConfigParams, EachOperationByPathCreatesItsKeyAndAllButOneCloseIt)
         strKey += 'x';
         EXPECT_FALSE(IsRegistryKeyExists(HKEY_LOCAL_MACHINE, strKey.c_str()));
         EXPECT_EQ(OpenRegistryKey(HKEY_LOCAL_MACHINE, strKey.c_str(), m_hKey), 2);
-        s_nOpen = 0;
+        LeftOpen();
         EXPECT_TRUE(operation(strKey.c_str()) && operation("\\refused")) << strKey;
-        EXPECT_EQ(s_nOpen, &operation == &aOperations[4]) << strKey;
+        EXPECT_EQ(LeftOpen(), &operation == &aOperations[4]) << strKey;
         EXPECT_TRUE(IsRegistryKeyExists(HKEY_LOCAL_MACHINE, strKey.c_str()));
     }
 }
@@ -119,12 +117,10 @@ TEST_F(ConfigParams, ListsBehindWhatTheListHoldsUntilSomethingDoesNotFit)
 
 TEST_F(ConfigParams, AWriteTellsOnlyWhetherTheKeyCouldBeOpened)
 {
-    s_nOpen = 0;
-    EXPECT_TRUE(setRegString(m_strPath.c_str(), std::string(20000, 'n').c_str(), "refused") && s_nOpen == 0);
-    const Substitution<RegistryCalls> oThrowing([](RegistryCalls& oCalls) {
-        oCalls.RegSetValueExA = [](HKEY, LPCSTR, DWORD, DWORD, const BYTE*, DWORD)
-                                    WINAPI -> LSTATUS { throw std::runtime_error("raised"); };
-    });
-    EXPECT_TRUE(!setRegString(m_strPath.c_str(), "v", "ab") && s_nOpen == 1);   // which stays open
-    EXPECT_TRUE(!setRegString(m_strPath.c_str(), "v", nullptr) && s_nOpen == 2);
+    LeftOpen();
+    EXPECT_TRUE(setRegString(m_strPath.c_str(), std::string(20000, 'n').c_str(), "refused") && LeftOpen() == 0);
+    const Substitution oThrowing(&RegistryCalls::RegSetValueExA,
+                                 [](HKEY, LPCSTR, DWORD, DWORD, const BYTE*, DWORD) WINAPI -> LSTATUS { throw 1; });
+    EXPECT_TRUE(!setRegString(m_strPath.c_str(), "v", "ab") && LeftOpen() == 1);   // which stays open
+    EXPECT_TRUE(!setRegString(m_strPath.c_str(), "v", nullptr) && LeftOpen() == 1);
 }

@@ -8,8 +8,7 @@
 #include "platform/UserInterface.h"
 #include "support/ScratchFolder.h"
 
-#include "OwnRegistry.h"
-#include "OwnWindow.h"
+#include "Own.h"
 
 #include <gtest/gtest.h>
 

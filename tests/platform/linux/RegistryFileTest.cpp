@@ -1,7 +1,7 @@
 // The registry's file between processes, some of which are killed.
 #include "ZevrinUtils/ConfigParams.h"
 
-#include "OwnRegistry.h"
+#include "Own.h"
 #include "platform/Handles.h"
 #include "platform/Threads.h"
 

@@ -1,4 +1,4 @@
-// A key of the registry for a test alone.
+// A key of the registry and a window for a test alone.
 #pragma once
 
 #include "ZevrinUtils/Types.h"
@@ -19,3 +19,13 @@ public:
 private:
     std::string m_strKey = "Software\\Zevrin Test " + std::to_string(std::random_device()());
 };
+
+inline HWND OpenOwnWindow()
+{
+    return CreateWindowExA(0, "STATIC", "Caption", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
+}
+
+inline void CloseOwnWindow(HWND hWindow)
+{
+    DestroyWindow(hWindow);
+}

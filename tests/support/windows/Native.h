@@ -1,4 +1,4 @@
-// The access rights of a path as the system itself sees them.
+// What tests ask of the system itself.
 #pragma once
 
 #include "ZevrinUtils/Types.h"
@@ -7,7 +7,20 @@
 
 #include <aclapi.h>
 
-// To read, write and execute.
+inline constexpr bool bWindows = true;
+
+// For all that Wine does otherwise than Windows.
+inline bool UnderWine()
+{
+    return GetProcAddress(GetModuleHandleA("ntdll.dll"), "wine_get_version") != nullptr;
+}
+
+inline void Unset(const char* pszName)
+{
+    SetEnvironmentVariableA(pszName, nullptr);
+}
+
+// Whether everyone may read, write and execute what is at the path.
 inline bool EveryoneMayAll(std::string strPath)
 {
     BYTE anEveryone[SECURITY_MAX_SID_SIZE];
@@ -29,4 +42,11 @@ inline bool EveryoneMayAll(std::string strPath)
     }
     LocalFree(pDescriptor);
     return bFound;
+}
+
+using NativeSocket = SOCKET;
+
+inline int CloseNative(NativeSocket hSocket)
+{
+    return closesocket(hSocket);
 }
