@@ -87,6 +87,7 @@ bool WriteEntries(const char* pszNativePath, acl_type_t nType, const AccessEntri
     bool bMade = pRaw;
     for (const auto& [oAccount, nBits] : oEntries)
         bMade = bMade && AddEntry(pRaw, oAccount, nBits);
+    // A list that names accounts must have a mask; this one limits none of them.
     const bool bHasMask = oEntries.size() > 3;   // where there is more than the three of the mode
     bMade = bMade && (!bHasMask || acl_calc_mask(&pRaw) == 0);
     const List pList(pRaw);

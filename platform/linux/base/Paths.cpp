@@ -11,6 +11,7 @@
 
 namespace
 {
+// True if the folder is there that the last name of the path would lie in.
 bool HasFolder(std::string strPath)
 {
     if (strPath.empty())

@@ -31,6 +31,7 @@ std::size_t Decode(std::string_view strText, char32_t& ch)
             return 0;
         ch = ch << 6 | (static_cast<unsigned char>(chNext) & 0x3FU);
     }
+    // Longer forms than need be are refused too: they would make two names of one that looks like both.
     const bool bSurrogate = ch >= nFirstHigh && ch < nFirstLow + 0x400;
     return ch < aFirstOfLength[nLength] || ch > nLastOfAll || bSurrogate ? 0 : nLength;
 }

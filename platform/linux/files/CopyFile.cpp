@@ -73,6 +73,7 @@ void CopyLink(const char* pszSource, const char* pszTarget)
     achTarget[nLength] = 0;
     if (::symlink(achTarget, pszTarget) == 0)
         return;
+    // A copy takes the place of what has its name.
     if (errno != EEXIST || ::unlink(pszTarget) != 0 || ::symlink(achTarget, pszTarget) != 0)
         ThrowOnPath(pszTarget);
 }
@@ -85,6 +86,7 @@ void CopyContent(const OpenedFile& oSource, const char* pszTarget)
     TakeIntoUse(oTarget, GENERIC_WRITE, 0, CREATE_ALWAYS);
     if (!CopyBytes(oSource.oDescriptor.Get(), oTarget.oDescriptor.Get(), oSource.oStatus.st_size))
     {
+        // Half a copy would be taken for a whole one. A device stays, of course.
         const DWORD nError = ErrorOfErrno(errno);
         if (S_ISREG(oTarget.oStatus.st_mode))
             ::unlink(pszTarget);

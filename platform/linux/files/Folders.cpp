@@ -21,6 +21,7 @@ bool IsLinkToFolder(const char* pszNativePath)
 // Someone has it open and minds its removal. What cannot be opened is not asked.
 bool IsInUse(const char* pszNativePath)
 {
+    // Without waiting, as there may be a pipe by now.
     const Descriptor oOpen(::open(pszNativePath, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
     return oOpen && !TakeLock(oOpen.Get(), LOCK_EX);
 }
@@ -52,6 +53,7 @@ BOOL win32::DeleteFileA(LPCSTR pszPath)
 {
     return Succeeds([&] {
         const NativePath oPath(pszPath);
+        // unlink alone asks for nothing but the folder: it would remove a file that is read-only or in use.
         struct stat oStatus;
         if (::lstat(oPath, &oStatus) == 0 && S_ISREG(oStatus.st_mode))
         {
@@ -70,6 +72,7 @@ BOOL win32::RemoveDirectoryA(LPCSTR pszPath)
             return;
         if (errno != ENOTDIR || !Exists(oPath))
             ThrowOnPath(oPath);
+        // Windows takes a link to a folder for one; rmdir does not.
         Require(IsLinkToFolder(oPath), ERROR_DIRECTORY);
         OrThrowOnPath(oPath, ::unlink(oPath));
     });

@@ -34,6 +34,7 @@ class Listing final : public HandleObject
 public:
     explicit Listing(const Folder& pFolder)
     {
+        // readdir gives null at the end and on failure; errno alone tells them apart.
         errno = 0;
         while (const dirent* const pEntry = ::readdir(pFolder.get()))
         {
@@ -74,7 +75,7 @@ private:
         return true;
     }
 
-    // Nothing but a file has one.
+    // Nothing but a file has one. Most file systems tell the type with the name, which spares a look at each folder.
     static std::uint64_t SizeOf(int nFolder, const dirent& oEntry)
     {
         struct stat oStatus;

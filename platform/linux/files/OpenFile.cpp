@@ -49,7 +49,7 @@ void TakeIntoUse(const OpenedFile& oOpened, DWORD nAccess, DWORD nShare, DWORD n
     Require(!S_ISDIR(oStatus.st_mode), ERROR_ACCESS_DENIED);
     if (!S_ISREG(oStatus.st_mode))
     {
-        OrThrowErrno(::fcntl(nDescriptor, F_SETFL, 0));
+        OrThrowErrno(::fcntl(nDescriptor, F_SETFL, 0));   // only its opening was not to wait
         return;
     }
     Require(!(nAccess & GENERIC_WRITE) || !IsReadOnly(oStatus.st_mode), ERROR_ACCESS_DENIED);

@@ -72,6 +72,7 @@ void HttpRequest::Drain()
     }
 }
 
+// A transfer that is taken out in the middle takes its connection with it.
 void HttpRequest::Drop()
 {
     if (std::exchange(m_bRunning, false))
@@ -99,6 +100,7 @@ void HttpRequest::Advance(Clock::time_point nLatest)
             return;
         if (Clock::now() > nLatest)
             return Finish(CURLE_OPERATION_TIMEDOUT);
+        // Until something comes, or to see whether the time is up.
         curl_multi_poll(pTransfers, nullptr, 0, nPollMilliseconds, nullptr);
     }
 }
@@ -187,6 +189,7 @@ DWORD HttpRequest::Read(char* pchBuffer, DWORD nCount)
     return nRead;
 }
 
+// libcurl is C, so nothing may be thrown through it: a count that is too small makes the transfer fail.
 std::size_t HttpRequest::OnBody(char* pchData, std::size_t nSize, std::size_t nCount, void* pRequest)
 {
     try

@@ -100,7 +100,7 @@ void HttpRequest::SetSession()
 {
     Set(CURLOPT_USERAGENT, m_pConnection->pSession->Agent().c_str());
     Set(CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1));
-    Set(CURLOPT_NOSIGNAL, 1L);
+    Set(CURLOPT_NOSIGNAL, 1L);   // signals are the host's
     Set(CURLOPT_CONNECTTIMEOUT, nConnectSeconds);
     Set(CURLOPT_TCP_KEEPALIVE, 1L);   // a peer that is gone is noticed long before the silence is too long
     Set(CURLOPT_BUFFERSIZE, nNetworkBlock);

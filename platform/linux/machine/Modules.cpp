@@ -51,6 +51,7 @@ BOOL win32::GetModuleHandleExA(DWORD nFlags, LPCSTR pszNameOrAddress, HMODULE* p
 
         // The program itself has an empty name and is found by none.
         const char* const pszName = *pModule->l_name ? pModule->l_name : nullptr;
+        // The loader keeps to this for good, whoever closes the module how often.
         *phModule = dlopen(pszName, RTLD_LAZY | RTLD_NOLOAD | RTLD_NODELETE);
         Require(*phModule, ERROR_MOD_NOT_FOUND);
     });

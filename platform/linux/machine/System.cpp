@@ -18,6 +18,7 @@ constexpr DWORD nKnownFlags =
     FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_IGNORE_INSERTS | FORMAT_MESSAGE_FROM_SYSTEM;
 constexpr DWORD nUsersLanguage = 0x400;
 
+// The kernel keeps the arguments, with a zero byte behind each, and not the line that they came from.
 std::string MakeCommandLine()
 {
     std::ifstream oFile("/proc/self/cmdline", std::ios::binary);

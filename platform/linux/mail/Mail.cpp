@@ -116,6 +116,7 @@ std::string MailAddress(const MapiMessage& oMessage)
 std::string PathOfAttachment(const MapiFileDesc& oFile)
 {
     const NativePath oPath(oFile.lpszPathName);
+    // Opened to see whether it can be; a pipe or a terminal must not hold us.
     const Descriptor oOpen(::open(oPath, O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK));
     Require(oOpen || (errno != ENOENT && errno != ENOTDIR), MAPI_E_ATTACHMENT_NOT_FOUND);
     struct stat oStatus;
@@ -165,6 +166,7 @@ ULONG ResultOf(DWORD nExitCode)
 }
 }
 
+// Only in folders that are named from the root: a program that lies where the process happens to be is not trusted.
 std::string FindMailProgram()
 {
     const char* const pszPath = ::getenv("PATH");

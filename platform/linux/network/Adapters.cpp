@@ -39,6 +39,7 @@ AdapterMap Collect(const ifaddrs* pAddress)
         if (pAddress->ifa_addr && pAddress->ifa_addr->sa_family == AF_INET)
             oTexts.push_back(TextOf(*pAddress->ifa_addr));
     }
+    // As Windows writes of an adapter that has no address yet.
     for (auto& [strName, oTexts] : oAdapters)
         if (oTexts.empty())
             oTexts.emplace_back("0.0.0.0");

@@ -30,6 +30,7 @@ hostent* win32::gethostbyaddr(const char* pAddress, int nLength, int nFamily)
         oAddress.sin_family = AF_INET;
         std::memcpy(&oAddress.sin_addr, pAddress, sizeof oAddress.sin_addr);
 
+        // A name is required: without one the address itself would pass for it.
         thread_local char t_szName[NI_MAXHOST];
         const int nResult = getnameinfo(reinterpret_cast<const sockaddr*>(&oAddress), sizeof oAddress, t_szName,
                                         sizeof t_szName, nullptr, 0, NI_NAMEREQD);

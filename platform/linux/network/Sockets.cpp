@@ -110,6 +110,7 @@ int win32::WSACleanup()
     return 0;
 }
 
+// No program that the host starts inherits a socket: it would keep the port and the connection open.
 SOCKET win32::socket(int nFamily, int nType, int nProtocol)
 {
     return ResultOr(INVALID_SOCKET, [&] {

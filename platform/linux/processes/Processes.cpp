@@ -42,7 +42,7 @@ public:
 
 private:
     pid_t m_nId = 0;
-    std::mutex m_oLock;
+    std::mutex m_oLock;   // the kernel tells an end once, whoever asks
     DWORD m_nExitCode = STILL_ACTIVE;
 };
 
@@ -61,6 +61,7 @@ pid_t StartProcess(LPCSTR pszApplication, LPCSTR pszCommandLine, LPCSTR pszWorki
     std::error_code oIgnored;
     Require(nErrno == 0 || !pszWorkingFolder || std::filesystem::is_directory(std::string(oFolder), oIgnored),
             ERROR_DIRECTORY);
+    // An xcopy that the machine has is used instead of ours.
     if (nErrno == ENOENT && bSearch)
         if (auto oXCopy = TranslateXCopy(oArguments); !oXCopy.empty())
             nErrno = oSpawn.Start(false, oXCopy[0].c_str(), oXCopy, nId);

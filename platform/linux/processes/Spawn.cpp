@@ -10,6 +10,7 @@ Spawn::Spawn(const char* pszNativeFolder)
 {
     posix_spawnattr_init(&m_oAttributes);
     posix_spawn_file_actions_init(&m_oActions);
+    // A mask is inherited, and that of a library thread blocks nearly all signals.
     sigset_t oNone;
     sigemptyset(&oNone);
     posix_spawnattr_setsigmask(&m_oAttributes, &oNone);

@@ -59,7 +59,7 @@ bool CanWrite(std::filesystem::path oPath)
     std::error_code oIgnored;
     while (!std::filesystem::exists(oPath, oIgnored) && oPath.has_relative_path())
         oPath = oPath.parent_path();
-    return faccessat(AT_FDCWD, oPath.c_str(), W_OK, AT_EACCESS) == 0;
+    return faccessat(AT_FDCWD, oPath.c_str(), W_OK, AT_EACCESS) == 0;   // by the rights that it runs with
 }
 
 // An account's own variables must not lead a program that runs with another's rights.
@@ -151,6 +151,7 @@ void CreateRegistryFile(const std::string& strPath)
     const auto oFolder = std::filesystem::path(strPath).parent_path();
     std::filesystem::create_directories(oFolder, oError);
     Require(!oError, ErrorOfErrno(oError.value()));
+    // Of processes that come at once the first makes it, and the others find it made.
     const Descriptor oFolderFile = OpenForReading(oFolder.c_str(), O_DIRECTORY);
     while (flock(oFolderFile.Get(), LOCK_EX) != 0)
         if (errno != EINTR)

@@ -47,7 +47,8 @@ SqliteConnection Connect(const std::string& strPath)
     return oConnection;
 }
 
-// Undone unless it is committed.
+// Undone unless it is committed. Takes the lock of writers at its beginning: a transaction that reads first could not
+// get it any more once another process has written.
 class Transaction
 {
 public:

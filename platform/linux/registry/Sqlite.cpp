@@ -53,6 +53,7 @@ int OnceReadable(Call call)
 SqliteConnection::SqliteConnection(const std::string& strPath, int nFlags)
 {
     sqlite3* pConnection = nullptr;
+    // Whoever has the connection has a lock for it; and the kinds of a failure mean different things to us.
     nFlags |= SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE;
     const int nResult = sqlite3_open_v2(strPath.c_str(), &pConnection, nFlags, nullptr);
     m_pConnection.reset(pConnection);   // there is one after most failures too

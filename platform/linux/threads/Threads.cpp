@@ -21,7 +21,7 @@ public:
 
     void Run()
     {
-        m_nExitCode = m_pStart(m_pArgument);
+        m_nExitCode = m_pStart(m_pArgument);   // before the end is seen, as whoever waits for it asks for the code
         Set();
     }
 
@@ -50,8 +50,9 @@ bool StartDetached(std::unique_ptr<std::shared_ptr<Thread>> pShare)
     sigfillset(&oSent);
     for (const int nFault : {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGTRAP})
         sigdelset(&oSent, nFault);
-    pthread_sigmask(SIG_SETMASK, &oSent, &oBefore);
+    pthread_sigmask(SIG_SETMASK, &oSent, &oBefore);   // which the new thread inherits
 
+    // Nobody joins it: whoever wants to know of its end waits for the object.
     pthread_attr_t oAttributes;
     pthread_attr_init(&oAttributes);
     pthread_attr_setdetachstate(&oAttributes, PTHREAD_CREATE_DETACHED);

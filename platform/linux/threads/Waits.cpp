@@ -60,6 +60,7 @@ std::size_t Waitable::WaitForAny(std::span<const std::shared_ptr<Waitable>> obje
         nSet = static_cast<std::size_t>(it - objects.begin());
         return it != objects.end();
     };
+    // The time runs by a clock that nobody sets. A wake-up may be for another wait: each looks for itself.
     std::unique_lock oHold(AllWaits().oLock);
     if (nMilliseconds == 0)
         anySet();
