@@ -103,7 +103,7 @@ std::string FaultInRegistryFile(const unsigned char* pEdits, std::size_t nSize)
             return "the size";
         return HoldsNew(RegistryStore(s_strPath)) ? "" : "a value that was written";
     }
-    catch (const RegistryFailure&)
+    catch (const Failure&)
     {
         return bIsWritten                             ? "a file that was written and is refused"
                : !bIsOpen && FileAndLog() != strBytes ? "a file that was refused and has changed"
