@@ -146,7 +146,7 @@ TEST(ThreadHandles, AreSetWhenTheThreadEndsAndMayBeClosedBefore)
     EXPECT_EQ(Threads().WaitForSingleObject(ahEvents[1], INFINITE), WAIT_OBJECT_0);
 }
 
-TEST(ThreadHandles, EndTheirThreadByForceOrSayThatTheyCannot)
+TEST(ThreadHandles, TerminateTheirThreadOrAreNotSupported)
 {
     const auto waitBetween = [](LPVOID pEvents) WINAPI -> DWORD {
         const auto& ah = *static_cast<std::array<HANDLE, 2>*>(pEvents);
@@ -158,14 +158,14 @@ TEST(ThreadHandles, EndTheirThreadByForceOrSayThatTheyCannot)
     std::array ahEvents{MakeEvent(), MakeEvent()};
     const HANDLE hThread = Threads().CreateThread(nullptr, 0, waitBetween, &ahEvents, 0, nullptr);
     EXPECT_EQ(Threads().WaitForSingleObject(ahEvents[1], INFINITE), WAIT_OBJECT_0);
-    const bool bByForce = Threads().TerminateThread(hThread, 9);
-    EXPECT_EQ(bByForce ? 0 : Errors().GetLastError(), bWindows ? 0 : DWORD{ERROR_NOT_SUPPORTED});
-    EXPECT_TRUE(bByForce || Threads().SetEvent(ahEvents[0]));   // it runs on
+    const bool bTerminated = Threads().TerminateThread(hThread, 9);
+    EXPECT_EQ(bTerminated ? 0 : Errors().GetLastError(), bWindows ? 0 : DWORD{ERROR_NOT_SUPPORTED});
+    EXPECT_TRUE(bTerminated || Threads().SetEvent(ahEvents[0]));   // it runs on
     EXPECT_EQ(Threads().WaitForSingleObject(hThread, INFINITE), WAIT_OBJECT_0);
     DWORD nExitCode = 0;
     EXPECT_TRUE(Threads().GetExitCodeThread(hThread, &nExitCode));
-    EXPECT_EQ(nExitCode, bByForce ? 9u : 7u);
-    EXPECT_EQ(Ask(ahEvents[1]), bByForce ? DWORD{WAIT_OBJECT_0} : DWORD{WAIT_TIMEOUT});
+    EXPECT_EQ(nExitCode, bTerminated ? 9u : 7u);
+    EXPECT_EQ(Ask(ahEvents[1]), bTerminated ? DWORD{WAIT_OBJECT_0} : DWORD{WAIT_TIMEOUT});
 }
 
 // Each counts within two entries, of which one is left in between: a lock that let others in by then would lose counts.
